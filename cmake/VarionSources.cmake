@@ -1,0 +1,42 @@
+# Source collection by naming convention, so that a new file needs no edit of a list:
+#   name.cpp          portable, into varion_core (never includes <windows.h>)
+#   name_win.cpp      Windows only, into the DLL
+#   name_linux.cpp    native build only (the directly linked SQLite backend)
+#   name_test.cpp     native GoogleTest
+#   name_wintest.cpp  GoogleTest under Wine
+function(varion_collect_sources)
+  set(core "")
+  set(win "")
+  foreach(dir IN LISTS ARGN)
+    file(GLOB_RECURSE files CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${dir}/*.cpp")
+    foreach(f IN LISTS files)
+      if(f MATCHES "_(win)?test\\.cpp$")
+        continue()
+      elseif(f MATCHES "_linux\\.cpp$")
+        if(NOT WIN32)
+          list(APPEND core "${f}")
+        endif()
+      elseif(f MATCHES "_win\\.cpp$")
+        if(NOT f MATCHES "dll_main_win\\.cpp$")
+          list(APPEND win "${f}")
+        endif()
+      else()
+        list(APPEND core "${f}")
+      endif()
+    endforeach()
+  endforeach()
+  set(VARION_CORE_SOURCES ${core} PARENT_SCOPE)
+  set(VARION_WIN_SOURCES ${win} PARENT_SCOPE)
+
+endfunction()
+
+# Our own targets: warnings are errors, and narrow literals are code page 1250 bytes.
+function(varion_warnings target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Werror -fexec-charset=CP1250)
+endfunction()
+
+# Test sources of one subsystem folder: kind is "test" (native) or "wintest" (Wine).
+function(varion_tests_of dir kind out)
+  file(GLOB_RECURSE files CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${dir}/*_${kind}.cpp")
+  set(${out} ${files} PARENT_SCOPE)
+endfunction()

@@ -1,0 +1,32 @@
+// Shared helpers of the native test programs.
+#include "tests/native_support.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <random>
+
+namespace varion::testing {
+
+TempDir::TempDir() {
+  std::random_device rd;
+  auto base = std::filesystem::temp_directory_path();
+  for (;;) {
+    auto p = base / ("varion-" + std::to_string(rd()));
+    if (std::filesystem::create_directory(p)) {
+      m_path = p.string();
+      break;
+    }
+  }
+}
+
+TempDir::~TempDir() {
+  std::error_code ec;
+  std::filesystem::remove_all(m_path, ec);
+}
+
+unsigned TestSeed() {
+  if (const char* s = std::getenv("VARION_SEED")) return static_cast<unsigned>(std::strtoul(s, nullptr, 10));
+  return std::random_device{}();
+}
+
+}  // namespace varion::testing

@@ -1,0 +1,24 @@
+// Helpers shared by the native test programs: temporary folders and seeds for property tests.
+#pragma once
+
+#include <string>
+
+namespace varion::testing {
+
+// A fresh folder under the system's temporary directory, removed with everything in it.
+class TempDir {
+ public:
+  TempDir();
+  ~TempDir();
+  TempDir(const TempDir&) = delete;
+  TempDir& operator=(const TempDir&) = delete;
+  const std::string& Path() const { return m_path; }
+
+ private:
+  std::string m_path;
+};
+
+// The seed of a property test: VARION_SEED when set (to replay a failure), else random.
+unsigned TestSeed();
+
+}  // namespace varion::testing
