@@ -529,6 +529,7 @@ Recordset OdbcConnection::Snapshot(SQLHSTMT st) {
   std::vector<std::string> names;
   std::vector<FieldType> types;
   std::vector<bool> timeOnly;
+  std::vector<bool> amountAsDouble;  // an amount the driver delivers as a double
   for (SQLUSMALLINT c = 1; c <= static_cast<SQLUSMALLINT>(count); ++c) {
     std::u16string name(256, u'\0');
     SQLSMALLINT nameLength = 0, type = 0, digits = 0, nullable = 0;
@@ -547,11 +548,13 @@ Recordset OdbcConnection::Snapshot(SQLHSTMT st) {
     FieldType fieldType = TypeOfSql(type, digits);
     // The SQLite driver describes NUMERIC and MONEY columns as doubles; their declared type
     // name still says they hold amounts.
-    if (fieldType == FieldType::Double && IsAmountTypeName(TypeName(st, c))) fieldType = FieldType::Amount;
+    const bool doubleAmount = fieldType == FieldType::Double && IsAmountTypeName(TypeName(st, c));
+    if (doubleAmount) fieldType = FieldType::Amount;
     types.push_back(fieldType);
+    amountAsDouble.push_back(doubleAmount);
     timeOnly.push_back(IsTimeOnly(type));
   }
-  std::vector<Variant> cells;
+  CellStore cells;
   std::vector<char16_t> wide;
   std::vector<std::uint8_t> bytes;
   for (;;) {
@@ -614,6 +617,23 @@ Recordset OdbcConnection::Snapshot(SQLHSTMT st) {
           cells.push_back(Variant(bytes));
           break;
         }
+        case FieldType::Amount:
+          if (amountAsDouble[c - 1u]) {
+            double v = 0;
+            Check(SQLGetData(st, c, SQL_C_DOUBLE, &v, 0, &indicator), SQL_HANDLE_STMT, st);
+            if (indicator == SQL_NULL_DATA) {
+              cells.push_back(Variant::MakeNull());
+            } else {
+              Amount a = Amount::FromDouble(v);
+              if (a.IsValid()) {
+                cells.emplace_back(a);
+              } else {
+                cells.emplace_back(v);
+              }
+            }
+            break;
+          }
+          [[fallthrough]];
         default: {
           if (!GetLong(*this, st, c, SQL_C_WCHAR, wide)) {
             cells.push_back(Variant::MakeNull());

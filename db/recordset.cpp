@@ -16,10 +16,17 @@ bool SameName(std::string_view a, std::string_view b) {
 }
 
 Recordset::Recordset(std::vector<std::string> names, std::vector<FieldType> types, std::vector<Variant> cells)
+    : Recordset(std::move(names), std::move(types), [&] {
+        CellStore store;
+        for (auto& v : cells) store.push_back(std::move(v));
+        return store;
+      }()) {}
+
+Recordset::Recordset(std::vector<std::string> names, std::vector<FieldType> types, CellStore cells)
     : m_names(std::move(names)), m_types(std::move(types)), m_cells(std::move(cells)) {
   m_types.resize(m_names.size(), FieldType::Unknown);
   if (m_names.empty()) {
-    m_cells.clear();
+    m_cells = CellStore();
     return;
   }
   if (m_cells.size() % m_names.size() != 0) throw ComError(kInvalidArg, messages::BadRecordsetShape());

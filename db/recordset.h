@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/export.h"
@@ -23,11 +24,39 @@ namespace varion::db {
 // deliver whatever each value is.
 enum class FieldType : std::uint8_t { Unknown, Integer, BigInt, Double, Amount, Date, Text, Binary, Bool };
 
+// The cells of a snapshot, row by row, in fixed-size chunks: appending never moves the cells
+// already stored (growing one vector cost as much as reading the rows), and a chunk of 40 KB
+// stays below the allocator's threshold for mapping fresh pages.
+class VARION_API CellStore {
+ public:
+  void push_back(Variant&& v) {
+    if (m_size % kChunk == 0) {
+      m_chunks.emplace_back();
+      m_chunks.back().reserve(kChunk);
+    }
+    m_chunks.back().push_back(std::move(v));
+    ++m_size;
+  }
+  void push_back(const Variant& v) { push_back(Variant(v)); }
+  template <typename... Args>
+  void emplace_back(Args&&... args) {
+    push_back(Variant(std::forward<Args>(args)...));
+  }
+  std::size_t size() const { return m_size; }
+  const Variant& operator[](std::size_t i) const { return m_chunks[i / kChunk][i % kChunk]; }
+
+ private:
+  static constexpr std::size_t kChunk = 1024;
+  std::vector<std::vector<Variant>> m_chunks;
+  std::size_t m_size = 0;
+};
+
 class VARION_API Recordset {
  public:
   Recordset() = default;
   // Cells row by row; their count must be a multiple of the number of names.
   Recordset(std::vector<std::string> names, std::vector<FieldType> types, std::vector<Variant> cells);
+  Recordset(std::vector<std::string> names, std::vector<FieldType> types, CellStore cells);
 
   bool IsEOF() const { return m_position >= m_rows; }
   bool IsBOF() const { return m_rows == 0; }
@@ -62,7 +91,7 @@ class VARION_API Recordset {
 
   std::vector<std::string> m_names;
   std::vector<FieldType> m_types;
-  std::vector<Variant> m_cells;
+  CellStore m_cells;
   std::size_t m_rows = 0;
   std::size_t m_position = 0;
 };

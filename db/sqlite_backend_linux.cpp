@@ -62,10 +62,16 @@ FieldType TypeFromDeclaration(const char* declared) {
   return FieldType::Unknown;
 }
 
-std::string TextOf(sqlite3_stmt* st, int col) {
-  const char* p = reinterpret_cast<const char*>(sqlite3_column_text(st, col));
-  int n = sqlite3_column_bytes(st, col);
+std::string TextOf(sqlite3_value* value) {
+  const char* p = reinterpret_cast<const char*>(sqlite3_value_text(value));
+  int n = sqlite3_value_bytes(value);
   return text::Utf8ToCp1250(std::string_view(p ? p : "", static_cast<std::size_t>(n)));
+}
+
+Variant::Bytes BytesOf(sqlite3_value* value) {
+  const auto* p = static_cast<const std::uint8_t*>(sqlite3_value_blob(value));
+  int n = sqlite3_value_bytes(value);
+  return p ? Variant::Bytes(p, p + n) : Variant::Bytes();
 }
 
 Variant IntegerValue(sqlite3_int64 v) {
@@ -74,13 +80,13 @@ Variant IntegerValue(sqlite3_int64 v) {
 }
 
 // One cell: the declared type decides the variant type when the stored value fits it; a value
-// stored in another class (SQLite lets any column hold anything) comes as it is.
-Variant CellOf(sqlite3_stmt* st, int col, FieldType type) {
-  const int storage = sqlite3_column_type(st, col);
-  switch (storage) {
+// stored in another class (SQLite lets any column hold anything) comes as it is. The value
+// functions run without the connection's mutex, unlike the sqlite3_column_* ones.
+Variant CellOf(sqlite3_value* value, FieldType type) {
+  switch (sqlite3_value_type(value)) {
     case SQLITE_NULL: return Variant::MakeNull();
     case SQLITE_INTEGER: {
-      sqlite3_int64 v = sqlite3_column_int64(st, col);
+      sqlite3_int64 v = sqlite3_value_int64(value);
       switch (type) {
         case FieldType::BigInt: return Variant(static_cast<std::int64_t>(v));
         case FieldType::Double: return Variant(static_cast<double>(v));
@@ -93,27 +99,19 @@ Variant CellOf(sqlite3_stmt* st, int col, FieldType type) {
       }
     }
     case SQLITE_FLOAT: {
-      double v = sqlite3_column_double(st, col);
+      double v = sqlite3_value_double(value);
       if (type == FieldType::Amount) {
         Amount a = Amount::FromDouble(v);
         if (a.IsValid()) return Variant(a);
       }
       return Variant(v);
     }
-    case SQLITE_BLOB: {
-      const auto* p = static_cast<const std::uint8_t*>(sqlite3_column_blob(st, col));
-      int n = sqlite3_column_bytes(st, col);
-      if (type == FieldType::Text) return Variant(text::Utf8ToCp1250({reinterpret_cast<const char*>(p), std::size_t(n)}));
-      return Variant(Variant::Bytes(p, p + n));
-    }
+    case SQLITE_BLOB:
+      if (type == FieldType::Text) return Variant(TextOf(value));
+      return Variant(BytesOf(value));
     default: {
-      if (type == FieldType::Binary) {
-        const auto* p = sqlite3_column_blob(st, col);
-        int n = sqlite3_column_bytes(st, col);
-        const auto* b = static_cast<const std::uint8_t*>(p);
-        return Variant(Variant::Bytes(b, b + n));
-      }
-      Variant v(TextOf(st, col));
+      if (type == FieldType::Binary) return Variant(BytesOf(value));
+      Variant v(TextOf(value));
       if (type == FieldType::Date) {
         DateTime d;
         if (Succeeded(v.ToDate(d))) return Variant(d);
@@ -210,10 +208,10 @@ class SqliteConnection final : public ConnectionBackend {
       names.push_back(text::Utf8ToCp1250(sqlite3_column_name(st, c)));
       types.push_back(TypeFromDeclaration(sqlite3_column_decltype(st, c)));
     }
-    std::vector<Variant> cells;
+    CellStore cells;
     int rc;
     while ((rc = sqlite3_step(st)) == SQLITE_ROW)
-      for (int c = 0; c < n; ++c) cells.push_back(CellOf(st, c, types[static_cast<std::size_t>(c)]));
+      for (int c = 0; c < n; ++c) cells.push_back(CellOf(sqlite3_column_value(st, c), types[static_cast<std::size_t>(c)]));
     if (rc != SQLITE_DONE) {
       sqlite3_reset(st);
       Raise(Db(), rc, false);
