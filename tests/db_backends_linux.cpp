@@ -200,3 +200,8 @@ TestDatabase::~TestDatabase() {
 db::Connection TestDatabase::Admin() const { return db::Connection::Open(PostgresConnectionString("postgres")); }
 
 }  // namespace varion::testing
+
+// Under LeakSanitizer: the PostgreSQL ODBC driver keeps 320 bytes of each statement whose
+// server-side prepare the server refused, even after SQLFreeHandle. The handles themselves are
+// freed (the suite counts them); the leak is the driver's own.
+extern "C" const char* __lsan_default_suppressions() { return "leak:psqlodbcw.so\n"; }
