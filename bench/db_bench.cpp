@@ -247,3 +247,5 @@ BENCHMARK(BM_Insert_Raw_OdbcSqlite)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Insert_Recordset_OdbcSqlite)->Unit(benchmark::kMillisecond);
 
 }  // namespace
+
+BENCHMARK_MAIN();
