@@ -1,7 +1,9 @@
-// One suite over every database backend: SQLite directly, ODBC to SQLite, ODBC to PostgreSQL.
+// One suite over every database backend: SQLite directly, ODBC to SQLite, ODBC to PostgreSQL;
+// under Wine (database_wintest.cpp) the same suite runs on ODBC to SQLite.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <random>
 
 #include "base/sql_literal.h"
