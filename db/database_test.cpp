@@ -34,6 +34,16 @@ class DatabaseTest : public ::testing::TestWithParam<std::string> {
 
 std::string PolishSample() { return "Zażółć gęślą jaźń ZAŻÓŁĆ GĘŚLĄ JAŹŃ"; }
 
+// Runs the call and checks that it raises ComError with the code.
+void ExpectComError(const std::function<void()>& call, Status32 code) {
+  try {
+    call();
+    ADD_FAILURE() << "no error";
+  } catch (const ComError& e) {
+    EXPECT_EQ(e.Code(), code) << e.Message();
+  }
+}
+
 Variant::Bytes RandomBytes(std::size_t n, unsigned seed) {
   std::mt19937 gen(seed);
   Variant::Bytes b(n);
@@ -178,12 +188,7 @@ TEST_P(DatabaseTest, FieldsByNameAndIndex) {
   };
   for (const Case& c : missing) {
     SCOPED_TRACE(c.what);
-    try {
-      c.call();
-      ADD_FAILURE() << "no error";
-    } catch (const ComError& e) {
-      EXPECT_EQ(e.Code(), kPointer);
-    }
+    ExpectComError(c.call, kPointer);
   }
   Variant v;
   EXPECT_EQ(rs.GetFieldValue("nie_ma", v), kPointer);
@@ -206,12 +211,7 @@ TEST_P(DatabaseTest, EndOfFile) {
   std::vector<int> seen;
   for (; !two.IsEOF(); two.MoveNext()) seen.push_back(two.GetCollect(0).AsInt32());
   EXPECT_EQ(seen, (std::vector<int>{1, 2}));
-  try {
-    two.GetCollect("k");
-    ADD_FAILURE() << "read past the end";
-  } catch (const ComError& e) {
-    EXPECT_EQ(e.Code(), kDbEof);
-  }
+  ExpectComError([&] { two.GetCollect("k"); }, kDbEof);
   two.MoveFirst();
   EXPECT_EQ(two.GetCollect("k"), Variant(1));
 }
@@ -307,12 +307,7 @@ TEST_P(DatabaseTest, ClosedConnectionFailsCleanly) {
   };
   for (const Case& c : calls) {
     SCOPED_TRACE(c.what);
-    try {
-      c.call();
-      ADD_FAILURE() << "no error";
-    } catch (const ComError& e) {
-      EXPECT_EQ(e.Code(), kDbNotOpen);
-    }
+    ExpectComError(c.call, kDbNotOpen);
   }
   m_conn.Close();  // closing twice is harmless
 }
@@ -400,12 +395,7 @@ TEST_P(DatabaseTest, UpdatableRecordsetAddsRows) {
   };
   for (const Case& c : refused) {
     SCOPED_TRACE(c.what);
-    try {
-      c.call();
-      ADD_FAILURE() << "accepted";
-    } catch (const ComError& e) {
-      EXPECT_EQ(e.Code(), c.code);
-    }
+    ExpectComError(c.call, c.code);
   }
   // A refused row leaves no trace and no statement.
   EXPECT_EQ(m_conn.OpenRS("SELECT COUNT(*) FROM rt").GetCollect(0).AsInt32(), 3);
