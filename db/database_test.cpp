@@ -147,6 +147,54 @@ TEST_P(DatabaseTest, ValuesRoundTripExactly) {
   }
 }
 
+// Text the server holds beyond code page 1250 comes back with '?' for each character that the
+// code page lacks; Polish letters made by the server itself come back exactly.
+TEST_P(DatabaseTest, ServerTextComesBackInCodePage1250) {
+  const bool postgres = m_db.IsPostgres();
+  const std::string chinese = postgres ? "chr(20013)" : "char(20013)";
+  const std::string polish = postgres ? "chr(322) || chr(243) || chr(380)" : "char(322, 243, 380)";
+  Recordset rs = m_conn.OpenRS("SELECT " + chinese + " AS c, " + polish + " AS p, 'a' || " + chinese + " || 'b' AS m");
+  EXPECT_EQ(rs.GetCollect("c"), Variant("?"));
+  EXPECT_EQ(rs.GetCollect("p"), Variant("łóż"));
+  EXPECT_EQ(rs.GetCollect("m"), Variant("a?b"));
+}
+
+TEST_P(DatabaseTest, ParametersAreCountedAndChecked) {
+  CreateValueTable();
+  Statement st = m_conn.Prepare("SELECT k FROM rt WHERE k = ? OR i = ?");
+  EXPECT_EQ(st.ParameterCount(), 2);
+  ExpectComError([&] { st.Bind(0, 1); }, kInvalidArg);
+  ExpectComError([&] { st.Bind(3, 1); }, kInvalidArg);
+  m_conn.Execute("INSERT INTO rt (k, i) VALUES (1, 7)");
+  m_conn.Execute("INSERT INTO rt (k, i) VALUES (2, NULL)");
+  // A bound value stays until replaced; ClearBindings makes every parameter NULL again.
+  st.Bind(1, 99).Bind(2, 7);
+  EXPECT_EQ(st.Open().GetRecordCount(), 1u);
+  EXPECT_EQ(st.Bind(1, 2).Open().GetRecordCount(), 2u);
+  EXPECT_EQ(st.ClearBindings().Open().GetRecordCount(), 0u);
+}
+
+TEST_P(DatabaseTest, RolledBackRowsOfTheUpdatableRecordsetAreGone) {
+  CreateValueTable();
+  UpdatableRecordset rs = m_conn.OpenForUpdate("SELECT k, s FROM rt WHERE 1 = 0");
+  m_conn.BeginTrans();
+  for (int k = 0; k < 10; ++k) {
+    rs.AddNew();
+    rs.PutCollect("k", k);
+    rs.PutCollect("s", "do wycofania");
+    rs.Update();
+  }
+  EXPECT_EQ(m_conn.OpenRS("SELECT COUNT(*) FROM rt").GetCollect(0).AsInt32(), 10);
+  m_conn.RollbackTrans();
+  EXPECT_EQ(m_conn.OpenRS("SELECT COUNT(*) FROM rt").GetCollect(0).AsInt32(), 0);
+  // The kept INSERT still works after the rollback.
+  rs.AddNew();
+  rs.PutCollect("k", 1);
+  rs.Update();
+  EXPECT_EQ(rs.GetCollect("k"), Variant(1));
+  EXPECT_EQ(m_conn.OpenRS("SELECT COUNT(*) FROM rt").GetCollect(0).AsInt32(), 1);
+}
+
 TEST_P(DatabaseTest, SixteenMegabyteBlobRoundTrips) {
   CreateValueTable();
   const Variant::Bytes big = RandomBytes(16u << 20, 16);
