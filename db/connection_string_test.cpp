@@ -56,7 +56,7 @@ TEST(ConnectionStringTest, WritesBackWhatItRead) {
   }
 }
 
-TEST(ConnectionStringTest, OpenReportsTheFailureOfEachBackend) {
+TEST(ConnectionStringTest, OpenSaysWhyEachBackendRefused) {
   struct Case {
     const char* text;
     Status32 code;
