@@ -11,6 +11,7 @@
 //                                                 "Driver={PostgreSQL Unicode};Server=...";
 //                                                 ADO's "Provider=MSDASQL" is accepted and dropped.
 // Every failure raises ComError: the server's own message and SQLSTATE when the server refused.
+// A connection serves one thread at a time, as an ADO connection serves its apartment.
 #pragma once
 
 #include <cstddef>
