@@ -33,11 +33,10 @@ constexpr ColumnDef kLog[] = {
     {"log_Informacje", K::LongText},
 };
 
-// One row switches database logging: the first by identifier counts.
+// The first row by identifier switches database logging: "logp_Wlaczone" not 0 turns it on.
 constexpr ColumnDef kLogParams[] = {
     {"logp_Id", K::Id},
     {"logp_Wlaczone", K::Int, 0, true},
-    {"logp_MinRodzaj", K::Int},
 };
 
 constexpr ColumnDef kWarnings[] = {
