@@ -1,5 +1,11 @@
 #include "diagnostics/file_logger_sink.h"
 
+#include <chrono>
+#include <cwctype>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <mutex>
 #include <system_error>
 
 #include "base/text.h"
@@ -62,66 +68,125 @@ std::filesystem::path FilePath(std::string_view directory, std::string_view name
 
 }  // namespace
 
+
+namespace detail {
+
+// One log file of the process: its stream and the lines waiting to be written, behind one lock.
+class LogFile {
+ public:
+  explicit LogFile(std::filesystem::path path) : m_path(std::move(path)) {
+    // The stream writes what it is given at once: the waiting lines are this object's own
+    // buffer, so a write always ends at a line end.
+    m_stream.rdbuf()->pubsetbuf(nullptr, 0);
+  }
+  ~LogFile() {
+    try {
+      Flush();
+    } catch (...) {
+    }
+  }
+
+  void Append(tagFramLogLevel level, std::string_view text) {
+    const std::string_view name = LevelName(level);
+    std::lock_guard<std::mutex> lock(m_mutex);
+    if (!EnsureOpen()) return;
+    const auto now = std::chrono::steady_clock::now();
+    if (m_pending.empty()) m_oldestPending = now;
+    m_pending.append(1, '[').append(name).append("] ").append(text).append(1, '\n');
+    if (level >= FramLogWarning || m_pending.size() >= kFlushBytes || now - m_oldestPending >= kFlushAge) WritePending();
+  }
+
+  void Flush() {
+    std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_pending.empty()) return;
+    if (EnsureOpen()) WritePending();
+    else m_pending.clear();
+  }
+
+ private:
+  bool EnsureOpen() {
+    if (m_stream.is_open()) return true;
+    m_stream.clear();
+    m_stream.open(m_path, std::ios::out | std::ios::app);
+    if (!m_stream.is_open() && m_path.has_parent_path()) {
+      std::error_code ec;
+      std::filesystem::create_directories(m_path.parent_path(), ec);
+      m_stream.clear();
+      m_stream.open(m_path, std::ios::out | std::ios::app);
+    }
+    if (!m_stream.is_open()) {
+      m_stream.clear();
+      return false;
+    }
+    return true;
+  }
+
+  void WritePending() {
+    if (m_pending.empty()) return;
+    m_stream.write(m_pending.data(), static_cast<std::streamsize>(m_pending.size()));
+    // A full disk or a vanished share loses these lines; the next entries try again.
+    if (!m_stream) m_stream.clear();
+    m_pending.clear();
+  }
+
+  const std::filesystem::path m_path;
+  std::mutex m_mutex;
+  std::ofstream m_stream;
+  std::string m_pending;
+  std::chrono::steady_clock::time_point m_oldestPending;
+};
+
+}  // namespace detail
+
+namespace {
+
+// The files in use, by absolute path (letter case ignored on Windows). Never destroyed, so that
+// loggers living in static objects may still be made and dropped while the process ends.
+struct OpenFiles {
+  std::mutex lock;
+  std::map<std::filesystem::path::string_type, std::weak_ptr<detail::LogFile>> files;
+};
+
+std::shared_ptr<detail::LogFile> SharedLogFile(const std::filesystem::path& path) {
+  static OpenFiles* const open = new OpenFiles;
+  std::error_code ec;
+  std::filesystem::path absolute = std::filesystem::absolute(path, ec);
+  if (ec) absolute = path;
+  auto key = absolute.lexically_normal().native();
+#if defined(_WIN32)
+  for (auto& c : key) c = static_cast<wchar_t>(std::towlower(c));
+#endif
+  std::lock_guard<std::mutex> guard(open->lock);
+  if (auto existing = open->files[key].lock()) return existing;
+  std::erase_if(open->files, [](const auto& entry) { return entry.second.expired(); });
+  auto file = std::make_shared<detail::LogFile>(path);
+  open->files[key] = file;
+  return file;
+}
+
+}  // namespace
+
 std::string DefaultLogDirectory() { return platform::Cp1250Path(platform::DefaultDirectory()); }
 
 std::string JoinLogPath(std::string_view directory, std::string_view name) { return Join<char>(directory, name); }
 
 FileLoggerSink::FileLoggerSink(std::string_view name) : FileLoggerSink(std::string_view(), name) {}
 
-FileLoggerSink::FileLoggerSink(std::string_view directory, std::string_view name)
-    : m_nativePath(FilePath(directory, name)), m_path(platform::Cp1250Path(m_nativePath)) {
-  // The stream writes what it is given at once: this sink does its own buffering, so that a write
-  // always ends at a line end and lines of other writers to the file stay whole.
-  m_stream.rdbuf()->pubsetbuf(nullptr, 0);
+FileLoggerSink::FileLoggerSink(std::string_view directory, std::string_view name) {
+  const std::filesystem::path path = FilePath(directory, name);
+  m_path = platform::Cp1250Path(path);
+  m_file = SharedLogFile(path);
 }
 
 FileLoggerSink::~FileLoggerSink() {
   try {
-    Flush();
+    m_file->Flush();
   } catch (...) {
   }
 }
 
-bool FileLoggerSink::EnsureOpen() {
-  if (m_stream.is_open()) return true;
-  m_stream.clear();
-  m_stream.open(m_nativePath, std::ios::out | std::ios::app);
-  if (!m_stream.is_open() && m_nativePath.has_parent_path()) {
-    std::error_code ec;
-    std::filesystem::create_directories(m_nativePath.parent_path(), ec);
-    m_stream.clear();
-    m_stream.open(m_nativePath, std::ios::out | std::ios::app);
-  }
-  if (!m_stream.is_open()) {
-    m_stream.clear();
-    return false;
-  }
-  return true;
-}
+void FileLoggerSink::Write(tagFramLogLevel level, std::string_view text) { m_file->Append(level, text); }
 
-void FileLoggerSink::WritePending() {
-  if (m_pending.empty()) return;
-  m_stream.write(m_pending.data(), static_cast<std::streamsize>(m_pending.size()));
-  // A full disk or a vanished share loses these lines; the next entries try again.
-  if (!m_stream) m_stream.clear();
-  m_pending.clear();
-}
-
-void FileLoggerSink::Write(tagFramLogLevel level, std::string_view text) {
-  const std::string_view name = LevelName(level);
-  std::lock_guard<std::mutex> lock(m_mutex);
-  if (!EnsureOpen()) return;
-  const auto now = std::chrono::steady_clock::now();
-  if (m_pending.empty()) m_oldestPending = now;
-  m_pending.append(1, '[').append(name).append("] ").append(text).append(1, '\n');
-  if (level >= FramLogWarning || m_pending.size() >= kFlushBytes || now - m_oldestPending >= kFlushAge) WritePending();
-}
-
-void FileLoggerSink::Flush() {
-  std::lock_guard<std::mutex> lock(m_mutex);
-  if (m_pending.empty()) return;
-  if (EnsureOpen()) WritePending();
-  else m_pending.clear();
-}
+void FileLoggerSink::Flush() { m_file->Flush(); }
 
 }  // namespace SimpleLog

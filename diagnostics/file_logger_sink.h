@@ -2,10 +2,7 @@
 // per entry: the level name in square brackets, a blank, the formatted text and a line end.
 #pragma once
 
-#include <chrono>
-#include <filesystem>
-#include <fstream>
-#include <mutex>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -23,11 +20,17 @@ VARION_API std::string DefaultLogDirectory();
 // separators is the root; an empty one gives the name alone.
 VARION_API std::string JoinLogPath(std::string_view directory, std::string_view name);
 
+namespace detail {
+class LogFile;
+}
+
 // Entries are held in memory and written out in whole lines, never a part of one: at once for a
 // warning or an error (with everything before it), otherwise when 16 KB are waiting or the oldest
 // waiting line is a second old at the next entry, on Flush, and when the sink is destroyed. A
 // file that cannot be opened or written drops the entries; the stream's error state is cleared and
 // the next entry tries again. A missing directory is created.
+// Sinks of one process that name the same file share one stream, so their lines never overwrite
+// or split each other (appending through two streams of one process is not safe on Windows).
 class VARION_API FileLoggerSink final : public ILoggerSink {
  public:
   explicit FileLoggerSink(std::string_view name);  // in the default directory
@@ -44,15 +47,8 @@ class VARION_API FileLoggerSink final : public ILoggerSink {
   const std::string& Path() const { return m_path; }
 
  private:
-  bool EnsureOpen();
-  void WritePending();
-
-  std::filesystem::path m_nativePath;
   std::string m_path;
-  std::mutex m_mutex;
-  std::ofstream m_stream;
-  std::string m_pending;
-  std::chrono::steady_clock::time_point m_oldestPending;
+  std::shared_ptr<detail::LogFile> m_file;
 };
 
 }  // namespace SimpleLog

@@ -2,6 +2,7 @@
 // still, and whole-file reads.
 #pragma once
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <mutex>
@@ -43,7 +44,7 @@ class FixedClock : public SimpleLog::IClock {
 // The bytes of a file named in code page 1250; "" when it cannot be read.
 inline std::string ReadWholeFile(const std::string& cp1250Path) {
 #if defined(_WIN32)
-  std::ifstream in(text::Cp1250ToWide(cp1250Path), std::ios::binary);
+  std::ifstream in(std::filesystem::path(text::Cp1250ToWide(cp1250Path)), std::ios::binary);
 #else
   std::ifstream in(text::Cp1250ToUtf8(cp1250Path), std::ios::binary);
 #endif
