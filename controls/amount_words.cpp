@@ -1,0 +1,269 @@
+#include "controls/amount_words.h"
+
+#include <cstring>
+#include <string_view>
+
+#include "controls/locale_info.h"
+
+namespace {
+
+// Every word of the Polish and English tables ends with one space.
+struct WordTables {
+  const char* units[20];    // 0..19, index 0 unused
+  const char* tens[10];     // 2..9 used
+  const char* hundreds[10]; // 1..9 used
+};
+
+constexpr WordTables kPolish = {
+    {"", "jeden ", "dwa ", "trzy ", "cztery ", "pięć ", "sześć ", "siedem ", "osiem ", "dziewięć ", "dziesięć ",
+     "jedenaście ", "dwanaście ", "trzynaście ", "czternaście ", "piętnaście ", "szesnaście ", "siedemnaście ",
+     "osiemnaście ", "dziewiętnaście "},
+    {"", "", "dwadzieścia ", "trzydzieści ", "czterdzieści ", "pięćdziesiąt ", "sześćdziesiąt ", "siedemdziesiąt ",
+     "osiemdziesiąt ", "dziewięćdziesiąt "},
+    {"", "sto ", "dwieście ", "trzysta ", "czterysta ", "pięćset ", "sześćset ", "siedemset ", "osiemset ",
+     "dziewięćset "},
+};
+
+constexpr WordTables kEnglish = {
+    {"", "one ", "two ", "three ", "four ", "five ", "six ", "seven ", "eight ", "nine ", "ten ", "eleven ", "twelve ",
+     "thirteen ", "fourteen ", "fifteen ", "sixteen ", "seventeen ", "eighteen ", "nineteen "},
+    {"", "", "twenty ", "thirty ", "forty ", "fifty ", "sixty ", "seventy ", "eighty ", "ninety "},
+    {"", "one hundred ", "two hundred ", "three hundred ", "four hundred ", "five hundred ", "six hundred ",
+     "seven hundred ", "eight hundred ", "nine hundred "},
+};
+
+// Polish group nouns: stem plus the ending the number asks for (few = 2..4 without a teen,
+// one = exactly 1 in the group). Index 0 is the units group, which has none.
+struct GroupNoun {
+  const char* stem;
+  const char* one;
+  const char* few;
+  const char* many;
+};
+constexpr GroupNoun kPolishGroups[5] = {{"", "", "", ""},
+                                        {"tysi", "ąc ", "ące ", "ęcy "},
+                                        {"milion", " ", "y ", "ów "},
+                                        {"miliard", " ", "y ", "ów "},
+                                        {"bilion", " ", "y ", "ów "}};
+// "tryllion" is the spelling the printed forms have always carried.
+constexpr const char* kEnglishGroups[5] = {"", "thousand ", "million ", "billion ", "tryllion "};
+
+void WriteHundreds(std::string& out, const WordTables& w, int n) {
+  int h = n / 100, t = n % 100 / 10, u = n % 10;
+  if (h > 0) out += w.hundreds[h];
+  if (t >= 2) {
+    out += w.tens[t];
+    if (u >= 1) out += w.units[u];
+  } else if (t == 1 || u >= 1) {
+    out += w.units[10 * t + u];
+  }
+}
+
+void WriteGroup(std::string& out, int n, int g, bool polish) {
+  if (!polish) {
+    WriteHundreds(out, kEnglish, n);
+    out += kEnglishGroups[g];
+    return;
+  }
+  WriteHundreds(out, kPolish, n);
+  if (g == 0) return;
+  int h = n / 100, t = n % 100 / 10, u = n % 10;
+  const GroupNoun& noun = kPolishGroups[g];
+  out += noun.stem;
+  if (u >= 2 && u <= 4 && t != 1)
+    out += noun.few;
+  else if (h == 0 && t == 0 && u == 1)
+    out += noun.one;
+  else
+    out += noun.many;
+}
+
+char WordsDecimalChar() {
+  const std::string& sep = CLocaleInfo::GetTheLocaleInfo().GetSymNumSep();
+  return sep.size() < 2 ? (sep.empty() ? '\0' : sep[0]) : '.';
+}
+
+std::string Words(std::string_view text, const char* currency, int language) {
+  const bool hasCurrency = currency && *currency;
+  if (text.empty() || text == "0" || text == "-0") {
+    std::string out = "zero ";
+    if (hasCurrency) {
+      out += currency;
+      out += ' ';
+    }
+    out += "0/100";
+    return out;
+  }
+  if (text == "E") return std::string(text);
+
+  char dec = WordsDecimalChar();
+  size_t split = dec == '\0' ? std::string_view::npos : text.find(dec);
+  int pennies = 0;
+  std::string_view whole = text;
+  if (split != std::string_view::npos) {
+    whole = text.substr(0, split);
+    std::string_view penny = text.substr(split + 1, 2);
+    int value = 0;
+    for (char c : penny) {
+      if (c < '0' || c > '9') break;  // read as a number: the digits up to the first other character
+      value = value * 10 + (c - '0');
+    }
+    pennies = value * (penny.size() == 2 ? 1 : 10);
+  }
+
+  // The last fifteen digits of the integer part, right-aligned in five groups of three.
+  char digits[15];
+  std::memset(digits, 0, sizeof digits);
+  int count = 0;
+  for (size_t i = whole.size(); i-- > 0 && count < 15;) {
+    char c = whole[i];
+    if (c >= '0' && c <= '9') digits[14 - count++] = static_cast<char>(c - '0');
+  }
+
+  std::string out;
+  out.reserve(128);
+  const bool polish = language == kJezykPolski;
+  for (int g = 4; g >= 0; --g) {
+    const char* d = digits + (4 - g) * 3;
+    int n = d[0] * 100 + d[1] * 10 + d[2];
+    if (n != 0) WriteGroup(out, n, g, polish);
+  }
+  if (out.empty()) out = "zero";
+  if (hasCurrency) {
+    out += ' ';
+    out += currency;
+    out += ' ';
+  }
+  // "%2d/100": a one-digit count keeps its leading space.
+  out += pennies < 10 ? ' ' : static_cast<char>('0' + pennies / 10);
+  out += static_cast<char>('0' + pennies % 10);
+  out += "/100";
+  return out;
+}
+
+// The magnitude as the currency type's own formatting writes it for the user's locale: no
+// grouping, the fraction without trailing zeros, and the decimal character the words read.
+std::string_view ValueText(varion::Amount value, char (&buffer)[32]) {
+  std::int64_t raw = value.Raw();
+  unsigned long long mag = raw < 0 ? 0ull - static_cast<unsigned long long>(raw) : static_cast<unsigned long long>(raw);
+  unsigned long long units = mag / 10000;
+  unsigned frac = static_cast<unsigned>(mag % 10000);
+  char* end = buffer + sizeof buffer;
+  char* p = end;
+  if (frac != 0) {
+    int width = 4;
+    while (frac % 10 == 0) {
+      frac /= 10;
+      --width;
+    }
+    for (int i = 0; i < width; ++i) {
+      *--p = static_cast<char>('0' + frac % 10);
+      frac /= 10;
+    }
+    char dec = WordsDecimalChar();
+    *--p = dec == '\0' ? '.' : dec;
+  }
+  do {
+    *--p = static_cast<char>('0' + units % 10);
+    units /= 10;
+  } while (units != 0);
+  return std::string_view(p, static_cast<size_t>(end - p));
+}
+
+// German words.
+constexpr const char* kDeUnits[20] = {"null",     "ein",      "zwei",      "drei",     "vier",
+                                      "fünf",     "sechs",    "sieben",    "acht",     "neun",
+                                      "zehn",     "elf",      "zwölf",     "dreizehn", "vierzehn",
+                                      "fünfzehn", "sechzehn", "siebzehn",  "achtzehn", "neunzehn"};
+constexpr const char* kDeTens[10] = {"",        "zehn",    "zwanzig", "dreißig", "vierzig",
+                                     "fünfzig", "sechzig", "siebzig", "achtzig", "neunzig"};
+constexpr const char* kDeGroups[12] = {"",         "tausend",    "million",       "milliarde",
+                                       "billion",  "billiarde",  "trillion",      "trilliarde",
+                                       "quadrillion", "quadrilliarde", "quintillion", "quintilliarde"};
+
+void WriteGermanHundreds(std::string& out, int n) {
+  int h = n / 100, r = n % 100;
+  if (h > 0) {
+    out += kDeUnits[h];
+    out += "hundert";
+  }
+  if (r >= 1 && r <= 19) {
+    out += kDeUnits[r];
+  } else if (r >= 20) {
+    int u = r % 10;
+    if (u != 0) {
+      out += kDeUnits[u];
+      out += "und";
+    }
+    out += kDeTens[r / 10];
+  }
+}
+
+}  // namespace
+
+std::string KwotaSlownie(const char* text, int language) { return KwotaSlownie(text, "PLN", language); }
+
+std::string KwotaSlownie(const char* text, const char* currency, int language) {
+  return Words(text ? std::string_view(text) : std::string_view(), currency, language);
+}
+
+std::string KwotaSlownie(const std::string& text, int language) { return Words(text, "PLN", language); }
+
+std::string KwotaSlownie(const std::string& text, const char* currency, int language) {
+  return Words(text, currency, language);
+}
+
+std::string KwotaSlownie(varion::Amount value, int language) { return KwotaSlownie(value, "PLN", language); }
+
+std::string KwotaSlownie(varion::Amount value, const char* currency, int language) {
+  if (!value.IsValid()) return {};
+  if (language == kJezykNiemiecki) return InWorten(value, currency);
+  char buffer[32];
+  return Words(ValueText(value, buffer), currency, language);
+}
+
+std::string InWorten(varion::Amount value, const char* currency) {
+  if (!value.IsValid()) return {};
+  std::int64_t raw = value.Raw();
+  unsigned long long mag = raw < 0 ? 0ull - static_cast<unsigned long long>(raw) : static_cast<unsigned long long>(raw);
+  unsigned long long units = mag / 10000;
+  int pennies = static_cast<int>(mag % 10000 / 100);  // cut, as the Polish text reads two digits
+
+  int groups[7] = {};
+  int count = 0;
+  for (unsigned long long u = units; u != 0; u /= 1000) groups[count++] = static_cast<int>(u % 1000);
+
+  std::string out;
+  bool afterNoun = false;  // a million-sized noun was written last: the rest stands apart
+  for (int g = count - 1; g >= 0; --g) {
+    int n = groups[g];
+    if (n == 0) continue;
+    if (!out.empty() && (g >= 2 || afterNoun)) out += ' ';
+    if (g >= 2) {
+      // Million-sized nouns stand apart and take the plural: eine million, zwei millionen.
+      if (n == 1)
+        out += "eine";
+      else
+        WriteGermanHundreds(out, n);
+      out += ' ';
+      std::string_view noun = kDeGroups[g];
+      out += noun;
+      if (n != 1) out += noun.back() == 'e' ? "n" : "en";
+      afterNoun = true;
+    } else {
+      WriteGermanHundreds(out, n);
+      if (g == 1) out += kDeGroups[1];
+      afterNoun = false;
+    }
+  }
+  if (out.empty()) out = kDeUnits[0];
+  if (currency && *currency) {
+    out += ' ';
+    out += currency;
+  }
+  out += ' ';
+  out += static_cast<char>('0' + pennies / 10);
+  out += static_cast<char>('0' + pennies % 10);
+  out += "/100";
+  return out;
+}
