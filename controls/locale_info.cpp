@@ -148,7 +148,7 @@ std::string CLocaleInfo::CurrencyToTextCalc(const varion::TextWidth& measure, in
   if (fits(text)) return text;
   flags |= kDispNoGrouping;
   for (int d = decimals; d >= 0; --d) {
-    text = CurrencyToDispText(varion::VelRound64C(value, d), d, nullptr, flags);
+    text = CurrencyToDispText(d == decimals ? value : varion::VelRound64C(value, d), d, nullptr, flags);
     if (fits(text)) return text;
   }
   std::string hashes = "#";

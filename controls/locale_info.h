@@ -83,7 +83,8 @@ class VARION_API CLocaleInfo {
   std::string CurrencyToDispText(varion::Amount value, int decimals, const char* symbol, unsigned flags) const;
 
   // The display text fitted to a width: the full text if it fits; else without thousands
-  // separators; else with one fraction digit fewer at a time (rounded half away from zero); else
+  // separators; else with one fraction digit fewer at a time (now rounded half away from zero,
+  // since a digit that is no longer shown should still count); else
   // as many "#" as fit (at least one), so a cell never shows a wrong number cut short.
   std::string CurrencyToTextCalc(const varion::TextWidth& measure, int width, varion::Amount value, int decimals,
                                  unsigned flags) const;

@@ -67,6 +67,30 @@ bool ReformatCn(std::string& text) {
   return true;
 }
 
+// Whether a text has the shape of the tax number pattern: letters, blanks, hyphens, then word
+// characters with at most three hyphens among them. The greedy split is the only one worth
+// trying (a shorter prefix only moves characters into the number), so this is exact and linear.
+// Texts that fail it never reach the engine, whose backtracking over the nested optional runs
+// takes seconds on long texts that do not match.
+bool HasNipShape(std::string_view s) {
+  auto letter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
+  auto blank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+  size_t i = 0;
+  while (i < s.size() && letter(s[i])) ++i;
+  while (i < s.size() && blank(s[i])) ++i;
+  while (i < s.size() && s[i] == '-') ++i;
+  int hyphens = 0;
+  for (; i < s.size(); ++i) {
+    char c = s[i];
+    if (c == '-') {
+      if (++hyphens > 3) return false;
+    } else if (!letter(c) && !IsAsciiDigit(c) && c != '_') {
+      return false;
+    }
+  }
+  return true;
+}
+
 }  // namespace
 
 int PoprawnyPESEL(const char* text) {
@@ -182,7 +206,9 @@ std::string NipDivided::PodajNumerZPrefiksemBezZnakowSpecjalnych() const {
 
 std::optional<NipDivided> ParsujNip(const char* text) {
   static const Regex kNip = CompilePattern(R"(^([A-Za-z]*)(\s*-*)(\w*-?\w*-?\w*-?\w*)$)");
+  std::string_view s = View(text);
+  if (!HasNipShape(s)) return std::nullopt;
   varion::RegexMatch m;
-  if (!MatchWhole(kNip, View(text), m)) return std::nullopt;
+  if (!MatchWhole(kNip, s, m)) return std::nullopt;
   return NipDivided{m.str(1), m.str(2), m.str(3)};
 }
