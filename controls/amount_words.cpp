@@ -9,9 +9,9 @@ namespace {
 
 // Every word of the Polish and English tables ends with one space.
 struct WordTables {
-  const char* units[20];    // 0..19, index 0 unused
-  const char* tens[10];     // 2..9 used
-  const char* hundreds[10]; // 1..9 used
+  std::string_view units[20];     // 0..19, index 0 unused
+  std::string_view tens[10];      // 2..9 used
+  std::string_view hundreds[10];  // 1..9 used
 };
 
 constexpr WordTables kPolish = {
@@ -35,10 +35,10 @@ constexpr WordTables kEnglish = {
 // Polish group nouns: stem plus the ending the number asks for (few = 2..4 without a teen,
 // one = exactly 1 in the group). Index 0 is the units group, which has none.
 struct GroupNoun {
-  const char* stem;
-  const char* one;
-  const char* few;
-  const char* many;
+  std::string_view stem;
+  std::string_view one;
+  std::string_view few;
+  std::string_view many;
 };
 constexpr GroupNoun kPolishGroups[5] = {{"", "", "", ""},
                                         {"tysi", "ąc ", "ące ", "ęcy "},
@@ -46,36 +46,87 @@ constexpr GroupNoun kPolishGroups[5] = {{"", "", "", ""},
                                         {"miliard", " ", "y ", "ów "},
                                         {"bilion", " ", "y ", "ów "}};
 // "tryllion" is the spelling the printed forms have always carried.
-constexpr const char* kEnglishGroups[5] = {"", "thousand ", "million ", "billion ", "tryllion "};
+constexpr std::string_view kEnglishGroups[5] = {"", "thousand ", "million ", "billion ", "tryllion "};
 
-void WriteHundreds(std::string& out, const WordTables& w, int n) {
-  int h = n / 100, t = n % 100 / 10, u = n % 10;
-  if (h > 0) out += w.hundreds[h];
-  if (t >= 2) {
-    out += w.tens[t];
-    if (u >= 1) out += w.units[u];
-  } else if (t == 1 || u >= 1) {
-    out += w.units[10 * t + u];
-  }
+// The tables packed for copying: each word in a fixed block, so that a copy is a constant-size
+// move the compiler inlines (the amount in words runs for every line of a payment printout).
+struct Word {
+  char text[24];
+  unsigned char size;
+};
+
+constexpr Word Pack(std::string_view a, std::string_view b = {}) {
+  Word w{};
+  for (char c : a) w.text[w.size++] = c;
+  for (char c : b) w.text[w.size++] = c;
+  return w;
 }
 
-void WriteGroup(std::string& out, int n, int g, bool polish) {
-  if (!polish) {
-    WriteHundreds(out, kEnglish, n);
-    out += kEnglishGroups[g];
-    return;
+struct PackedTables {
+  Word units[20];
+  Word tens[10];
+  Word hundreds[10];
+  Word nouns[5][3];  // group noun for the one, few and many forms
+};
+
+constexpr PackedTables PackPolish() {
+  PackedTables p{};
+  for (int i = 0; i < 20; ++i) p.units[i] = Pack(kPolish.units[i]);
+  for (int i = 0; i < 10; ++i) p.tens[i] = Pack(kPolish.tens[i]);
+  for (int i = 0; i < 10; ++i) p.hundreds[i] = Pack(kPolish.hundreds[i]);
+  for (int g = 0; g < 5; ++g) {
+    p.nouns[g][0] = Pack(kPolishGroups[g].stem, kPolishGroups[g].one);
+    p.nouns[g][1] = Pack(kPolishGroups[g].stem, kPolishGroups[g].few);
+    p.nouns[g][2] = Pack(kPolishGroups[g].stem, kPolishGroups[g].many);
   }
-  WriteHundreds(out, kPolish, n);
-  if (g == 0) return;
+  return p;
+}
+
+constexpr PackedTables PackEnglish() {
+  PackedTables p{};
+  for (int i = 0; i < 20; ++i) p.units[i] = Pack(kEnglish.units[i]);
+  for (int i = 0; i < 10; ++i) p.tens[i] = Pack(kEnglish.tens[i]);
+  for (int i = 0; i < 10; ++i) p.hundreds[i] = Pack(kEnglish.hundreds[i]);
+  for (int g = 0; g < 5; ++g) p.nouns[g][0] = p.nouns[g][1] = p.nouns[g][2] = Pack(kEnglishGroups[g]);
+  return p;
+}
+
+constexpr PackedTables kPolishPacked = PackPolish();
+constexpr PackedTables kEnglishPacked = PackEnglish();
+
+// The words of an amount on the stack: five groups of at most about sixty characters, and room
+// for the last block copied whole.
+class WordBuffer {
+ public:
+  void Put(const Word& w) {
+    std::memcpy(m_buf + m_len, w.text, sizeof w.text);
+    m_len += w.size;
+  }
+  bool empty() const { return m_len == 0; }
+  std::string_view view() const { return std::string_view(m_buf, m_len); }
+
+ private:
+  char m_buf[5 * 4 * sizeof(Word::text) + sizeof(Word::text)];
+  size_t m_len = 0;
+};
+
+void WriteGroup(WordBuffer& out, const PackedTables& w, int n, int g) {
   int h = n / 100, t = n % 100 / 10, u = n % 10;
-  const GroupNoun& noun = kPolishGroups[g];
-  out += noun.stem;
+  if (h > 0) out.Put(w.hundreds[h]);
+  if (t >= 2) {
+    out.Put(w.tens[t]);
+    if (u >= 1) out.Put(w.units[u]);
+  } else if (t == 1 || u >= 1) {
+    out.Put(w.units[10 * t + u]);
+  }
+  if (g == 0) return;
+  // Few form: 2..4 units without a teen; one form: exactly 1 in the group.
   if (u >= 2 && u <= 4 && t != 1)
-    out += noun.few;
+    out.Put(w.nouns[g][1]);
   else if (h == 0 && t == 0 && u == 1)
-    out += noun.one;
+    out.Put(w.nouns[g][0]);
   else
-    out += noun.many;
+    out.Put(w.nouns[g][2]);
 }
 
 char WordsDecimalChar() {
@@ -83,7 +134,7 @@ char WordsDecimalChar() {
   return sep.size() < 2 ? (sep.empty() ? '\0' : sep[0]) : '.';
 }
 
-std::string Words(std::string_view text, const char* currency, int language) {
+std::string Words(std::string_view text, const char* currency, int language, char dec) {
   const bool hasCurrency = currency && *currency;
   if (text.empty() || text == "0" || text == "-0") {
     std::string out = "zero ";
@@ -96,7 +147,6 @@ std::string Words(std::string_view text, const char* currency, int language) {
   }
   if (text == "E") return std::string(text);
 
-  char dec = WordsDecimalChar();
   size_t split = dec == '\0' ? std::string_view::npos : text.find(dec);
   int pennies = 0;
   std::string_view whole = text;
@@ -120,30 +170,34 @@ std::string Words(std::string_view text, const char* currency, int language) {
     if (c >= '0' && c <= '9') digits[14 - count++] = static_cast<char>(c - '0');
   }
 
-  std::string out;
-  out.reserve(128);
-  const bool polish = language == kJezykPolski;
+  WordBuffer words;
+  const PackedTables& tables = language == kJezykPolski ? kPolishPacked : kEnglishPacked;
   for (int g = 4; g >= 0; --g) {
     const char* d = digits + (4 - g) * 3;
     int n = d[0] * 100 + d[1] * 10 + d[2];
-    if (n != 0) WriteGroup(out, n, g, polish);
+    if (n != 0) WriteGroup(words, tables, n, g);
   }
-  if (out.empty()) out = "zero";
+  std::string_view body = words.empty() ? std::string_view("zero") : words.view();
+  const size_t currencyLength = hasCurrency ? std::strlen(currency) : 0;
+  // One allocation of the exact size: words, " currency ", and "%2d/100" (a one-digit count
+  // keeps its leading space).
+  std::string out(body.size() + (hasCurrency ? currencyLength + 2 : 0) + 6, ' ');
+  char* p = out.data();
+  std::memcpy(p, body.data(), body.size());
+  p += body.size();
   if (hasCurrency) {
-    out += ' ';
-    out += currency;
-    out += ' ';
+    std::memcpy(p + 1, currency, currencyLength);
+    p += currencyLength + 2;
   }
-  // "%2d/100": a one-digit count keeps its leading space.
-  out += pennies < 10 ? ' ' : static_cast<char>('0' + pennies / 10);
-  out += static_cast<char>('0' + pennies % 10);
-  out += "/100";
+  if (pennies >= 10) p[0] = static_cast<char>('0' + pennies / 10);
+  p[1] = static_cast<char>('0' + pennies % 10);
+  std::memcpy(p + 2, "/100", 4);
   return out;
 }
 
 // The magnitude as the currency type's own formatting writes it for the user's locale: no
 // grouping, the fraction without trailing zeros, and the decimal character the words read.
-std::string_view ValueText(varion::Amount value, char (&buffer)[32]) {
+std::string_view ValueText(varion::Amount value, char dec, char (&buffer)[32]) {
   std::int64_t raw = value.Raw();
   unsigned long long mag = raw < 0 ? 0ull - static_cast<unsigned long long>(raw) : static_cast<unsigned long long>(raw);
   unsigned long long units = mag / 10000;
@@ -160,7 +214,6 @@ std::string_view ValueText(varion::Amount value, char (&buffer)[32]) {
       *--p = static_cast<char>('0' + frac % 10);
       frac /= 10;
     }
-    char dec = WordsDecimalChar();
     *--p = dec == '\0' ? '.' : dec;
   }
   do {
@@ -204,13 +257,13 @@ void WriteGermanHundreds(std::string& out, int n) {
 std::string KwotaSlownie(const char* text, int language) { return KwotaSlownie(text, "PLN", language); }
 
 std::string KwotaSlownie(const char* text, const char* currency, int language) {
-  return Words(text ? std::string_view(text) : std::string_view(), currency, language);
+  return Words(text ? std::string_view(text) : std::string_view(), currency, language, WordsDecimalChar());
 }
 
-std::string KwotaSlownie(const std::string& text, int language) { return Words(text, "PLN", language); }
+std::string KwotaSlownie(const std::string& text, int language) { return KwotaSlownie(text, "PLN", language); }
 
 std::string KwotaSlownie(const std::string& text, const char* currency, int language) {
-  return Words(text, currency, language);
+  return Words(text, currency, language, WordsDecimalChar());
 }
 
 std::string KwotaSlownie(varion::Amount value, int language) { return KwotaSlownie(value, "PLN", language); }
@@ -219,7 +272,8 @@ std::string KwotaSlownie(varion::Amount value, const char* currency, int languag
   if (!value.IsValid()) return {};
   if (language == kJezykNiemiecki) return InWorten(value, currency);
   char buffer[32];
-  return Words(ValueText(value, buffer), currency, language);
+  char dec = WordsDecimalChar();
+  return Words(ValueText(value, dec, buffer), currency, language, dec);
 }
 
 std::string InWorten(varion::Amount value, const char* currency) {

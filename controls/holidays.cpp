@@ -1,7 +1,8 @@
 #include "controls/holidays.h"
 
-#include <cmath>
+#include <cstdint>
 #include <cstring>
+#include <vector>
 
 #include "controls/polish_words.h"
 
@@ -26,12 +27,31 @@ void EasterOf(int year, int& month, int& day) {
   }
 }
 
-// Whole days since 1899-12-30 of a valid date-time, rounded to the second as its parts are.
+// Whole days since 1899-12-30 of a valid date-time, rounded to the second as its parts are: the
+// last half second of a day belongs to the next one.
 long long DayNumber(double serial) {
-  double whole = std::trunc(serial);
-  long long days = static_cast<long long>(whole);
-  if (std::llround(std::fabs(serial - whole) * 86400.0) >= 86400) ++days;
+  long long days = static_cast<long long>(serial);  // truncates toward zero, as the serial counts
+  double frac = serial - static_cast<double>(days);
+  if ((frac < 0 ? -frac : frac) * 86400.0 >= 86399.5) ++days;
   return days;
+}
+
+// Easter Sunday of every year a date-time can hold, as days since 1899-12-30: the calendar views
+// ask for thousands of days at a time.
+constexpr int kFirstYear = 100, kLastYear = 9999;
+
+long long EasterDay(int year) {
+  static const std::vector<std::int32_t> kTable = [] {
+    std::vector<std::int32_t> t;
+    t.reserve(kLastYear - kFirstYear + 1);
+    for (int y = kFirstYear; y <= kLastYear; ++y) {
+      int m, d;
+      EasterOf(y, m, d);
+      t.push_back(static_cast<std::int32_t>(varion::DaysFromCivil(y, m, d)));
+    }
+    return t;
+  }();
+  return kTable[static_cast<size_t>(year - kFirstYear)];
 }
 
 char FoldLetter(unsigned char c) {
@@ -56,11 +76,11 @@ std::string Fold(std::string_view s) {
   return out;
 }
 
-}  // namespace
+constexpr long long kUnknownDay = INT64_MIN;
 
-namespace varion {
-
-const char* HolidayNameOf(int year, int month, int day) {
+// The holiday of a civil date; dayNumber is its count of days since 1899-12-30, or kUnknownDay
+// when the caller has not computed it.
+const char* NameOf(int year, int month, int day, long long dayNumber) {
   switch (month * 100 + day) {
     case 101: return "Nowy Rok";
     case 106: return "Trzech Króli";
@@ -77,21 +97,27 @@ const char* HolidayNameOf(int year, int month, int day) {
   }
   // Easter falls between 22 March and 26 April (with the rule's quirks), Corpus Christi 60 days
   // later, by 25 June at the latest.
-  if (month < 3 || month > 6) return nullptr;
-  int em, ed;
-  EasterOf(year, em, ed);
-  long long offset = DaysFromCivil(year, month, day) - DaysFromCivil(year, em, ed);
+  if (month < 3 || month > 6 || year < kFirstYear || year > kLastYear) return nullptr;
+  if (dayNumber == kUnknownDay) dayNumber = varion::DaysFromCivil(year, month, day);
+  long long offset = dayNumber - EasterDay(year);
   if (offset == 0) return "Wielkanoc (1. dzień)";
   if (offset == 1) return "Wielkanoc (2. dzień)";
   if (offset == 60) return "Boże Ciało";
   return nullptr;
 }
 
+}  // namespace
+
+namespace varion {
+
+const char* HolidayNameOf(int year, int month, int day) { return NameOf(year, month, day, kUnknownDay); }
+
 const char* HolidayNameOf(const DateTime& date) {
   if (!date.IsValid()) return nullptr;
+  long long days = DayNumber(date.Value());
   int y, m, d;
-  CivilFromDays(DayNumber(date.Value()), y, m, d);
-  return HolidayNameOf(y, m, d);
+  CivilFromDays(days, y, m, d);
+  return NameOf(y, m, d, days);
 }
 
 }  // namespace varion

@@ -9,7 +9,7 @@
 namespace varion {
 
 // The holiday's name for a civil date, or nullptr; no allocation, for the calendar views that ask
-// for every cell they paint.
+// for every cell they paint. Years outside 100..9999 have only the fixed-date holidays.
 VARION_API const char* HolidayNameOf(int year, int month, int day);
 VARION_API const char* HolidayNameOf(const DateTime& date);  // nullptr for null and invalid
 
