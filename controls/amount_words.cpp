@@ -134,42 +134,20 @@ char WordsDecimalChar() {
   return sep.size() < 2 ? (sep.empty() ? '\0' : sep[0]) : '.';
 }
 
-std::string Words(std::string_view text, const char* currency, int language, char dec) {
+std::string ZeroText(const char* currency) {
+  std::string out = "zero ";
+  if (currency && *currency) {
+    out += currency;
+    out += ' ';
+  }
+  out += "0/100";
+  return out;
+}
+
+// Words of an amount given as fifteen digits (0..9 each, right-aligned in five groups of three),
+// the currency and the penny count.
+std::string Compose(const char (&digits)[15], int pennies, const char* currency, int language) {
   const bool hasCurrency = currency && *currency;
-  if (text.empty() || text == "0" || text == "-0") {
-    std::string out = "zero ";
-    if (hasCurrency) {
-      out += currency;
-      out += ' ';
-    }
-    out += "0/100";
-    return out;
-  }
-  if (text == "E") return std::string(text);
-
-  size_t split = dec == '\0' ? std::string_view::npos : text.find(dec);
-  int pennies = 0;
-  std::string_view whole = text;
-  if (split != std::string_view::npos) {
-    whole = text.substr(0, split);
-    std::string_view penny = text.substr(split + 1, 2);
-    int value = 0;
-    for (char c : penny) {
-      if (c < '0' || c > '9') break;  // read as a number: the digits up to the first other character
-      value = value * 10 + (c - '0');
-    }
-    pennies = value * (penny.size() == 2 ? 1 : 10);
-  }
-
-  // The last fifteen digits of the integer part, right-aligned in five groups of three.
-  char digits[15];
-  std::memset(digits, 0, sizeof digits);
-  int count = 0;
-  for (size_t i = whole.size(); i-- > 0 && count < 15;) {
-    char c = whole[i];
-    if (c >= '0' && c <= '9') digits[14 - count++] = static_cast<char>(c - '0');
-  }
-
   WordBuffer words;
   const PackedTables& tables = language == kJezykPolski ? kPolishPacked : kEnglishPacked;
   for (int g = 4; g >= 0; --g) {
@@ -195,32 +173,40 @@ std::string Words(std::string_view text, const char* currency, int language, cha
   return out;
 }
 
-// The magnitude as the currency type's own formatting writes it for the user's locale: no
-// grouping, the fraction without trailing zeros, and the decimal character the words read.
-std::string_view ValueText(varion::Amount value, char dec, char (&buffer)[32]) {
-  std::int64_t raw = value.Raw();
-  unsigned long long mag = raw < 0 ? 0ull - static_cast<unsigned long long>(raw) : static_cast<unsigned long long>(raw);
-  unsigned long long units = mag / 10000;
-  unsigned frac = static_cast<unsigned>(mag % 10000);
-  char* end = buffer + sizeof buffer;
-  char* p = end;
-  if (frac != 0) {
-    int width = 4;
-    while (frac % 10 == 0) {
-      frac /= 10;
-      --width;
+std::string Words(std::string_view text, const char* currency, int language, char dec) {
+  if (text.empty() || text == "0" || text == "-0") return ZeroText(currency);
+  if (text == "E") return std::string(text);
+
+  size_t split = std::string_view::npos;
+  if (dec != '\0') {
+    for (size_t i = 0; i < text.size(); ++i) {
+      if (text[i] == dec) {
+        split = i;
+        break;
+      }
     }
-    for (int i = 0; i < width; ++i) {
-      *--p = static_cast<char>('0' + frac % 10);
-      frac /= 10;
-    }
-    *--p = dec == '\0' ? '.' : dec;
   }
-  do {
-    *--p = static_cast<char>('0' + units % 10);
-    units /= 10;
-  } while (units != 0);
-  return std::string_view(p, static_cast<size_t>(end - p));
+  int pennies = 0;
+  std::string_view whole = text;
+  if (split != std::string_view::npos) {
+    whole = text.substr(0, split);
+    std::string_view penny = text.substr(split + 1, 2);
+    int value = 0;
+    for (char c : penny) {
+      if (c < '0' || c > '9') break;  // read as a number: the digits up to the first other character
+      value = value * 10 + (c - '0');
+    }
+    pennies = value * (penny.size() == 2 ? 1 : 10);
+  }
+
+  // The last fifteen digits of the integer part.
+  char digits[15] = {};
+  int count = 0;
+  for (size_t i = whole.size(); i-- > 0 && count < 15;) {
+    char c = whole[i];
+    if (c >= '0' && c <= '9') digits[14 - count++] = static_cast<char>(c - '0');
+  }
+  return Compose(digits, pennies, currency, language);
 }
 
 // German words.
@@ -271,9 +257,16 @@ std::string KwotaSlownie(varion::Amount value, int language) { return KwotaSlown
 std::string KwotaSlownie(varion::Amount value, const char* currency, int language) {
   if (!value.IsValid()) return {};
   if (language == kJezykNiemiecki) return InWorten(value, currency);
-  char buffer[32];
-  char dec = WordsDecimalChar();
-  return Words(ValueText(value, dec, buffer), currency, language, dec);
+  // What the text overload reads from the currency type's own text of the value (no grouping,
+  // fraction without trailing zeros): the integer digits and the first two fraction digits. A
+  // value of exactly zero is the text "0".
+  std::int64_t raw = value.Raw();
+  unsigned long long mag = raw < 0 ? 0ull - static_cast<unsigned long long>(raw) : static_cast<unsigned long long>(raw);
+  if (mag == 0) return ZeroText(currency);
+  char digits[15] = {};
+  unsigned long long units = mag / 10000;  // below 10^15, so every digit fits
+  for (int i = 14; i >= 0 && units != 0; --i, units /= 10) digits[i] = static_cast<char>(units % 10);
+  return Compose(digits, static_cast<int>(mag % 10000 / 100), currency, language);
 }
 
 std::string InWorten(varion::Amount value, const char* currency) {

@@ -1,16 +1,17 @@
 #include "controls/holidays.h"
 
+#include <array>
 #include <cstdint>
 #include <cstring>
-#include <vector>
 
 #include "controls/polish_words.h"
 
 namespace {
 
-// Easter Sunday as month (3 or 4) and day; the arithmetic truncates toward zero and keeps the
+// Easter Sunday as days after 1 March. The rule's D is March D, or April D - 31 past 31, which
+// is D - 1 days after 1 March either way. The arithmetic truncates toward zero and keeps the
 // dividend's sign in remainders, as the C++ operators do.
-void EasterOf(int year, int& month, int& day) {
+constexpr int EasterAfterMarch1(int year) {
   int c = year / 100;
   int g = year % 19;
   int y = year - 100 * c;
@@ -18,14 +19,18 @@ void EasterOf(int year, int& month, int& day) {
   int k = (40 - c) % 4;
   int f = k - (k == 3 ? 1 : 0) - (k > 1 ? 1 : 0);
   int d = (20 - ((y / 4 + y) % 7) - f - ((e + 2) % 7)) % 7 + e + 22;
-  if (d < 32) {
-    month = 3;
-    day = d;
-  } else {
-    month = 4;
-    day = d - 31;
-  }
+  return d - 1;
 }
+
+// Every year a date-time can hold, computed while compiling: the calendar views ask for
+// thousands of days at a time.
+constexpr int kFirstYear = 100, kLastYear = 9999;
+constexpr auto kEasterAfterMarch1 = [] {
+  std::array<std::uint8_t, kLastYear - kFirstYear + 1> t{};
+  for (int y = kFirstYear; y <= kLastYear; ++y)
+    t[static_cast<size_t>(y - kFirstYear)] = static_cast<std::uint8_t>(EasterAfterMarch1(y));
+  return t;
+}();
 
 // Whole days since 1899-12-30 of a valid date-time, rounded to the second as its parts are: the
 // last half second of a day belongs to the next one.
@@ -34,24 +39,6 @@ long long DayNumber(double serial) {
   double frac = serial - static_cast<double>(days);
   if ((frac < 0 ? -frac : frac) * 86400.0 >= 86399.5) ++days;
   return days;
-}
-
-// Easter Sunday of every year a date-time can hold, as days since 1899-12-30: the calendar views
-// ask for thousands of days at a time.
-constexpr int kFirstYear = 100, kLastYear = 9999;
-
-long long EasterDay(int year) {
-  static const std::vector<std::int32_t> kTable = [] {
-    std::vector<std::int32_t> t;
-    t.reserve(kLastYear - kFirstYear + 1);
-    for (int y = kFirstYear; y <= kLastYear; ++y) {
-      int m, d;
-      EasterOf(y, m, d);
-      t.push_back(static_cast<std::int32_t>(varion::DaysFromCivil(y, m, d)));
-    }
-    return t;
-  }();
-  return kTable[static_cast<size_t>(year - kFirstYear)];
 }
 
 char FoldLetter(unsigned char c) {
@@ -76,11 +63,11 @@ std::string Fold(std::string_view s) {
   return out;
 }
 
-constexpr long long kUnknownDay = INT64_MIN;
+}  // namespace
 
-// The holiday of a civil date; dayNumber is its count of days since 1899-12-30, or kUnknownDay
-// when the caller has not computed it.
-const char* NameOf(int year, int month, int day, long long dayNumber) {
+namespace varion {
+
+const char* HolidayNameOf(int year, int month, int day) {
   switch (month * 100 + day) {
     case 101: return "Nowy Rok";
     case 106: return "Trzech Króli";
@@ -95,29 +82,23 @@ const char* NameOf(int year, int month, int day, long long dayNumber) {
     case 1226: return "Boże Narodzenie (2. dzień)";
     default: break;
   }
-  // Easter falls between 22 March and 26 April (with the rule's quirks), Corpus Christi 60 days
-  // later, by 25 June at the latest.
+  // Easter falls in March or April, Corpus Christi 60 days later, in June at the latest.
   if (month < 3 || month > 6 || year < kFirstYear || year > kLastYear) return nullptr;
-  if (dayNumber == kUnknownDay) dayNumber = varion::DaysFromCivil(year, month, day);
-  long long offset = dayNumber - EasterDay(year);
+  static constexpr int kMonthAfterMarch1[4] = {0, 31, 61, 92};  // March .. June
+  int easter = kEasterAfterMarch1[static_cast<size_t>(year - kFirstYear)];
+  int offset = kMonthAfterMarch1[month - 3] + day - 1 - easter;
   if (offset == 0) return "Wielkanoc (1. dzień)";
   if (offset == 1) return "Wielkanoc (2. dzień)";
   if (offset == 60) return "Boże Ciało";
   return nullptr;
 }
 
-}  // namespace
-
-namespace varion {
-
-const char* HolidayNameOf(int year, int month, int day) { return NameOf(year, month, day, kUnknownDay); }
-
 const char* HolidayNameOf(const DateTime& date) {
   if (!date.IsValid()) return nullptr;
   long long days = DayNumber(date.Value());
   int y, m, d;
   CivilFromDays(days, y, m, d);
-  return NameOf(y, m, d, days);
+  return HolidayNameOf(y, m, d);
 }
 
 }  // namespace varion
@@ -134,9 +115,8 @@ const int CCalendarUtils::m_MonthsLengths[12] = {31, 28, 31, 30, 31, 30, 31, 31,
 
 COleDateTime CCalendarUtils::GetEasterDate(int year) {
   if (year < 100 || year > 9999) return COleDateTime::Invalid();
-  int m, d;
-  EasterOf(year, m, d);
-  return COleDateTime(year, m, d);
+  int d = kEasterAfterMarch1[static_cast<size_t>(year - kFirstYear)] + 1;
+  return d < 32 ? COleDateTime(year, 3, d) : COleDateTime(year, 4, d - 31);
 }
 
 int CCalendarUtils::GetMonthLength(int year, int month) {
