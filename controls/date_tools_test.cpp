@@ -176,15 +176,4 @@ TEST(CVelOleDateTimePeriod, Text) {
   EXPECT_EQ(CVelOleDateTimePeriod(COleDateTime::Null(), COleDateTime::Null()).toString(), "");
 }
 
-TEST(Clock, FixedClockDrivesToday) {
-  DateTools::FixedClock clock(D(2024, 12, 31, 23, 59, 59));
-  const DateTools::IClock& c = clock;
-  EXPECT_EQ(c.Today(), D(2024, 12, 31));
-  clock.Set(D(2025, 1, 1, 0, 0, 1));
-  EXPECT_EQ(c.Today(), D(2025, 1, 1));
-  DateTools::SystemClock system;
-  EXPECT_TRUE(system.Now().IsValid());
-  EXPECT_FALSE(system.Today().HasTimeOfDay());
-}
-
 }  // namespace
