@@ -7,7 +7,9 @@
 #include "controls/amount_words.h"
 #include "controls/holidays.h"
 #include "controls/locale_info.h"
+#include "controls/nip_unique.h"
 #include "controls/validators.h"
+#include "demo/gallery_database_win.h"
 #include "demo/gallery_win.h"
 
 namespace varion::demo {
@@ -24,6 +26,7 @@ class LocaleTextPage : public GalleryPage {
   std::string Slug() const override { return "kwoty-swieta-identyfikatory"; }
 
   void Create(HWND page, GalleryContext& ctx) override {
+    m_ctx = &ctx;
     AddLabel(page, ctx, 12, 12, 420, 20, "Kwota słownie i na ekranie", true);
     AddLabel(page, ctx, 12, 43, 60, 20, "Kwota:");
     m_amount = AddEdit(page, ctx, kAmountEdit, 80, 40, 180, 24, "1234567,89");
@@ -39,15 +42,15 @@ class LocaleTextPage : public GalleryPage {
       int id;
       const char* label;
       const char* sample;
-    } rows[] = {{kNipEdit, "NIP:", "PL 123-456-32-18"}, {kPeselEdit, "PESEL:", "44051401458"},
+    } rows[] = {{kNipEdit, "NIP:", "PL5260250274"}, {kPeselEdit, "PESEL:", "44051401458"},
                 {kRegonEdit, "REGON:", "123456785"},     {kEoriEdit, "EORI:", "PL12345678901234Z"},
                 {kCnEdit, "Kod CN:", "8471.30.00"},      {kEmailEdit, "E-mail:", "biuro@firma.com.pl"}};
     int y = 40;
     for (const Row& r : rows) {
       AddLabel(page, ctx, 450, y + 3, 70, 20, r.label);
       m_edits[r.id - kNipEdit] = AddEdit(page, ctx, r.id, 525, y, 190, 24, r.sample);
-      // The tax number gets a second line: what its split found.
-      int lines = r.id == kNipEdit ? 3 : 1;
+      // The tax number gets more lines: what its split found and who in the database has it.
+      int lines = r.id == kNipEdit ? 4 : 1;
       m_verdicts[r.id - kNipEdit] = AddLabel(page, ctx, 525, y + 27, 340, 17 * lines, "");
       y += 44 + 17 * lines;
     }
@@ -115,6 +118,7 @@ class LocaleTextPage : public GalleryPage {
       s += "\nprefiks \"" + parts->prefiks + "\"" + (parts->CzyPrefiksZagraniczny() ? " (zagraniczny)" : "") +
            ", numer " + parts->PodajNumerZPrefiksemBezZnakowSpecjalnych();
     }
+    s += "\n" + Clashes(nip);
     SetText(m_verdicts[0], s);
     SetText(m_verdicts[1], Verdict(PoprawnyPESEL(GetText(m_edits[1]).c_str())));
     SetText(m_verdicts[2], Verdict(PoprawnyREGON(GetText(m_edits[2]).c_str())));
@@ -127,6 +131,20 @@ class LocaleTextPage : public GalleryPage {
     SetText(m_verdicts[5], Verdict(PoprawnyEmail(GetText(m_edits[5]).c_str())));
   }
 
+  // Contractors of the gallery database that already carry the number.
+  std::string Clashes(const std::string& nip) {
+    try {
+      auto [unique, rows] = CzyNipUnikalny(GalleryDatabase(*m_ctx), nip.c_str(), 0);
+      if (unique) return "w bazie: nikt inny nie ma tego numeru";
+      std::string names;
+      for (; !rows.IsEOF(); rows.MoveNext()) names += (names.empty() ? "" : ", ") + rows.GetCollect("adr_Nazwa").AsText();
+      return "w bazie ma go już: " + names;
+    } catch (const ComError& e) {
+      return "baza niedostępna: " + e.Message();
+    }
+  }
+
+  GalleryContext* m_ctx = nullptr;
   bool m_ready = false;
   HWND m_amount = nullptr, m_amountOut = nullptr, m_year = nullptr, m_yearOut = nullptr;
   HWND m_edits[6] = {};
