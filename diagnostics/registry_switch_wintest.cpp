@@ -54,35 +54,24 @@ class SwitchKey {
   bool m_parentExisted, m_switchExisted;
 };
 
-TEST(RegistrySwitch, ToggleTakesTheKeysPresenceOnceWhenMade) {
+TEST(RegistrySwitch, ToggleTakesTheKeysPresenceOnceWhenMadeAndReadsNoValue) {
   SwitchKey key;
   key.Set(false);
   RegistryLoggerToggle madeWithout;
   key.Set(true);
+  // A value that reads "off" changes nothing: only the key counts.
+  const DWORD off = 0;
+  ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, kSwitchKey, L"Enabled", REG_DWORD, &off, sizeof off), ERROR_SUCCESS);
   RegistryLoggerToggle madeWith;
   RegistryLoggerToggle otherKey("SOFTWARE\\Orvant\\InnyKlucz");
   key.Set(false);
-  RegistryLoggerToggle madeAfterDeleting;
   EXPECT_FALSE(madeWithout.IsEnabled());
   EXPECT_TRUE(madeWith.IsEnabled());
   EXPECT_FALSE(otherKey.IsEnabled());
-  EXPECT_FALSE(madeAfterDeleting.IsEnabled());
-
+  EXPECT_FALSE(RegistryLoggerToggle().IsEnabled());
   key.Set(true, L"SOFTWARE\\Orvant\\InnyKlucz");
   EXPECT_TRUE(RegistryLoggerToggle("SOFTWARE\\Orvant\\InnyKlucz").IsEnabled());
   key.Set(false, L"SOFTWARE\\Orvant\\InnyKlucz");
-}
-
-TEST(RegistrySwitch, ValuesUnderTheKeyAreNotRead) {
-  SwitchKey key;
-  key.Set(true);
-  HKEY h = nullptr;
-  ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, kSwitchKey, 0, KEY_WRITE, &h), ERROR_SUCCESS);
-  const DWORD off = 0;
-  RegSetValueExW(h, L"", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&off), sizeof off);
-  RegSetValueExW(h, L"Enabled", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&off), sizeof off);
-  RegCloseKey(h);
-  EXPECT_TRUE(RegistryLoggerToggle().IsEnabled());
 }
 
 TEST(RegistrySwitch, FileLoggersAndTheOlderLogWriteOnlyWhileTheKeyExists) {
@@ -127,26 +116,11 @@ TEST(RegistrySwitch, DefaultFolderIsApplicationDataAndOrvantVx) {
 }
 
 TEST(RegistrySwitch, LibraryErrorCodesGiveTheSystemsTextOrTheCode) {
-  struct Case {
-    varion::Status32 code;
-    bool systemKnowsIt;
-  };
-  const Case cases[] = {
-      {static_cast<varion::Status32>(0x80070002u), true},  // file not found
-      {static_cast<varion::Status32>(0x80070005u), true},  // access denied
-      {static_cast<varion::Status32>(0x8FFF1234u), false},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(varion::StatusText(c.code));
-    const std::string text = CSimpleLogDeprecated::GetMsgFromVelError(c.code);
-    if (c.systemKnowsIt) {
-      EXPECT_NE(text, varion::StatusText(c.code));
-      EXPECT_FALSE(text.empty());
-      EXPECT_NE(text.back(), '\n');
-    } else {
-      EXPECT_EQ(text, "0x8FFF1234");
-    }
-  }
+  const std::string known = CSimpleLogDeprecated::GetMsgFromVelError(static_cast<varion::Status32>(0x80070002u));
+  EXPECT_FALSE(known.empty());
+  EXPECT_NE(known, "0x80070002");
+  EXPECT_NE(known.back(), '\n');
+  EXPECT_EQ(CSimpleLogDeprecated::GetMsgFromVelError(static_cast<varion::Status32>(0x8FFF1234u)), "0x8FFF1234");
 }
 
 }  // namespace

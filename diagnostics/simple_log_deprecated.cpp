@@ -28,6 +28,7 @@ CSimpleLogDeprecated::~CSimpleLogDeprecated() = default;
 bool CSimpleLogDeprecated::CheckCanEnableLogging() { return platform::UserKeyExists(SimpleLog::kEnableSimpleLoggingKey); }
 
 bool CSimpleLogDeprecated::IsLoggingDisabled() {
+  std::lock_guard<std::mutex> lock(m_checkMutex);
   if (NeedToCheckIfLogEnabled()) {
     m_disabled = !CheckCanEnableLogging();
     m_checked = true;
@@ -92,11 +93,8 @@ void CSimpleLogDeprecated::Write(std::string_view text) {
 void CSimpleLogDeprecated::WriteFormatV(const char* format, va_list args) {
   if (!format) return;
   try {
-    {
-      // Nothing is formatted for a log that is off.
-      std::lock_guard<std::mutex> lock(m_mutex);
-      if (IsLoggingDisabled()) return;
-    }
+    // Nothing is formatted for a log that is off.
+    if (IsLoggingDisabled()) return;
     va_list measure;
     va_copy(measure, args);
     const int length = std::vsnprintf(nullptr, 0, format, measure);

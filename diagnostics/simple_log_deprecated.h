@@ -4,6 +4,7 @@
 // the text. New code uses the loggers of SimpleLog.
 #pragma once
 
+#include <atomic>
 #include <cstdarg>
 #include <fstream>
 #include <mutex>
@@ -42,7 +43,7 @@ class VARION_API CSimpleLogDeprecated {
 
   // The answer of CheckCanEnableLogging, asked on the first call only.
   bool IsLoggingDisabled();
-  bool NeedToCheckIfLogEnabled() const { return !m_checked; }
+  bool NeedToCheckIfLogEnabled() const { return !m_checked.load(); }
   const std::string& GetFilePath() const { return m_filePath; }
 
  protected:
@@ -68,8 +69,9 @@ class VARION_API CSimpleLogDeprecated {
   int m_sizeLimitKb;
   std::string m_directory;
   std::string m_filePath;
-  std::mutex m_mutex;
+  std::mutex m_mutex;  // the stream
   std::ofstream m_stream;
-  bool m_checked = false;
+  std::mutex m_checkMutex;  // the answer of the switch
+  std::atomic<bool> m_checked{false};
   bool m_disabled = true;
 };
