@@ -1,0 +1,216 @@
+// The gallery's main window: the page list on the left, the chosen page on the right. Without a
+// display (VARION_HEADLESS set by scripts/wine-run) it shows each page in turn, saves a
+// screenshot of it into the output folder and exits.
+#include <windows.h>
+#include <commctrl.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+#include "base/text.h"
+#include "demo/gallery_win.h"
+#include "demo/png_writer.h"
+
+namespace varion::demo {
+namespace {
+
+constexpr int kListId = 10;
+constexpr int kListWidth = 230;
+const wchar_t kMainClass[] = L"VarionGalleryMain";
+const wchar_t kPageClass[] = L"VarionGalleryPage";
+
+struct Gallery {
+  GalleryContext ctx;
+  std::vector<std::unique_ptr<GalleryPage>> pages;
+  HWND main = nullptr;
+  HWND list = nullptr;
+  HWND pageWindow = nullptr;
+  int current = -1;
+};
+Gallery g_gallery;
+
+void LayoutChildren() {
+  RECT rc;
+  GetClientRect(g_gallery.main, &rc);
+  MoveWindow(g_gallery.list, 8, 8, kListWidth, rc.bottom - 16, TRUE);
+  if (g_gallery.pageWindow)
+    MoveWindow(g_gallery.pageWindow, kListWidth + 16, 8, rc.right - kListWidth - 24, rc.bottom - 16, TRUE);
+}
+
+void ShowPage(int index) {
+  if (index < 0 || index >= static_cast<int>(g_gallery.pages.size()) || index == g_gallery.current) return;
+  if (g_gallery.pageWindow) DestroyWindow(g_gallery.pageWindow);
+  g_gallery.current = index;
+  g_gallery.pageWindow = CreateWindowExW(WS_EX_CONTROLPARENT, kPageClass, L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN,
+                                         0, 0, 10, 10, g_gallery.main, nullptr, GetModuleHandleW(nullptr), nullptr);
+  LayoutChildren();
+  g_gallery.pages[static_cast<size_t>(index)]->Create(g_gallery.pageWindow, g_gallery.ctx);
+  SendMessageW(g_gallery.list, LB_SETCURSEL, static_cast<WPARAM>(index), 0);
+}
+
+LRESULT CALLBACK PageProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
+  if (msg == WM_COMMAND && g_gallery.current >= 0) {
+    if (g_gallery.pages[static_cast<size_t>(g_gallery.current)]->OnCommand(h, LOWORD(wp), HIWORD(wp),
+                                                                             reinterpret_cast<HWND>(lp)))
+      return 0;
+  }
+  if (msg == WM_CTLCOLORSTATIC) {
+    SetBkMode(reinterpret_cast<HDC>(wp), TRANSPARENT);
+    return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
+  }
+  return DefWindowProcW(h, msg, wp, lp);
+}
+
+LRESULT CALLBACK MainProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
+  switch (msg) {
+    case WM_SIZE:
+      if (g_gallery.list) LayoutChildren();
+      return 0;
+    case WM_COMMAND:
+      if (LOWORD(wp) == kListId && HIWORD(wp) == LBN_SELCHANGE)
+        ShowPage(static_cast<int>(SendMessageW(g_gallery.list, LB_GETCURSEL, 0, 0)));
+      return 0;
+    case WM_DESTROY:
+      PostQuitMessage(0);
+      return 0;
+  }
+  return DefWindowProcW(h, msg, wp, lp);
+}
+
+void Pump(DWORD ms) {
+  const DWORD end = GetTickCount() + ms;
+  for (;;) {
+    MSG m;
+    while (PeekMessageW(&m, nullptr, 0, 0, PM_REMOVE)) {
+      TranslateMessage(&m);
+      DispatchMessageW(&m);
+    }
+    DWORD now = GetTickCount();
+    if (static_cast<LONG>(end - now) <= 0) break;
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, end - now, QS_ALLINPUT);
+  }
+}
+
+// Copies the main window from the screen, as a person would see it.
+bool SaveScreenshot(HWND window, const std::wstring& path) {
+  RECT r;
+  GetWindowRect(window, &r);
+  const int w = r.right - r.left, h = r.bottom - r.top;
+  HDC screen = GetDC(nullptr);
+  HDC mem = CreateCompatibleDC(screen);
+  BITMAPINFO bi{};
+  bi.bmiHeader = {sizeof(BITMAPINFOHEADER), w, -h, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  void* bits = nullptr;
+  HBITMAP dib = CreateDIBSection(screen, &bi, DIB_RGB_COLORS, &bits, nullptr, 0);
+  HGDIOBJ old = SelectObject(mem, dib);
+  BitBlt(mem, 0, 0, w, h, screen, r.left, r.top, SRCCOPY);
+  GdiFlush();
+  RgbImage img{w, h, std::vector<std::uint8_t>(static_cast<size_t>(w) * static_cast<size_t>(h) * 3)};
+  const auto* px = static_cast<const std::uint8_t*>(bits);
+  for (size_t i = 0; i < static_cast<size_t>(w) * static_cast<size_t>(h); ++i) {
+    img.rgb[i * 3] = px[i * 4 + 2];
+    img.rgb[i * 3 + 1] = px[i * 4 + 1];
+    img.rgb[i * 3 + 2] = px[i * 4];
+  }
+  SelectObject(mem, old);
+  DeleteObject(dib);
+  DeleteDC(mem);
+  ReleaseDC(nullptr, screen);
+  // The PNG writer takes a narrow path: the output folder is ASCII in every build tree we make.
+  return WritePng(img, text::WideToCp1250(path));
+}
+
+std::wstring ArgValue(int argc, wchar_t** argv, const wchar_t* name, std::wstring fallback) {
+  for (int i = 1; i + 1 < argc; ++i)
+    if (wcscmp(argv[i], name) == 0) return argv[i + 1];
+  return fallback;
+}
+
+}  // namespace
+
+int RunGallery(int argc, wchar_t** argv) {
+  g_gallery.ctx.outDir = ArgValue(argc, argv, L"--out", L"out\\demo");
+  CreateDirectoryW(g_gallery.ctx.outDir.c_str(), nullptr);
+  g_gallery.ctx.databasePath = g_gallery.ctx.outDir + L"\\varion-demo.db";
+
+  NONCLIENTMETRICSW ncm{};
+  ncm.cbSize = sizeof ncm;
+  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof ncm, &ncm, 0);
+  g_gallery.ctx.font = CreateFontIndirectW(&ncm.lfMessageFont);
+  ncm.lfMessageFont.lfWeight = FW_BOLD;
+  g_gallery.ctx.boldFont = CreateFontIndirectW(&ncm.lfMessageFont);
+
+  auto& registry = PageRegistry();
+  std::stable_sort(registry.begin(), registry.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (const auto& [order, factory] : registry) g_gallery.pages.push_back(factory());
+
+  HINSTANCE inst = GetModuleHandleW(nullptr);
+  WNDCLASSW wc{};
+  wc.lpfnWndProc = MainProc;
+  wc.hInstance = inst;
+  wc.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
+  wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+  wc.lpszClassName = kMainClass;
+  RegisterClassW(&wc);
+  wc.lpfnWndProc = PageProc;
+  wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+  wc.lpszClassName = kPageClass;
+  RegisterClassW(&wc);
+
+  g_gallery.main = CreateWindowExW(0, kMainClass, L"Varion \u2014 galeria kontrolek", WS_OVERLAPPEDWINDOW, 20, 20, 1100,
+                                   720, nullptr, nullptr, inst, nullptr);
+  g_gallery.list = CreateWindowExW(WS_EX_CLIENTEDGE, L"LISTBOX", L"",
+                                   WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, 0, 0, 10, 10,
+                                   g_gallery.main, reinterpret_cast<HMENU>(kListId), inst, nullptr);
+  SendMessageW(g_gallery.list, WM_SETFONT, reinterpret_cast<WPARAM>(g_gallery.ctx.font), TRUE);
+  for (const auto& page : g_gallery.pages)
+    SendMessageW(g_gallery.list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(page->Title().c_str()));
+  ShowWindow(g_gallery.main, SW_SHOW);
+  LayoutChildren();
+  ShowPage(0);
+
+  int rc = 0;
+  const wchar_t* headless = _wgetenv(L"VARION_HEADLESS");
+  if (headless && *headless) {
+    for (size_t i = 0; i < g_gallery.pages.size(); ++i) {
+      ShowPage(static_cast<int>(i));
+      Pump(150);
+      g_gallery.pages[i]->Exercise(g_gallery.pageWindow);
+      RedrawWindow(g_gallery.main, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW | RDW_ERASE);
+      Pump(300);
+      wchar_t name[64];
+      swprintf(name, 64, L"\\%02zu-", i + 1);
+      std::wstring path = g_gallery.ctx.outDir + name + text::Cp1250ToWide(g_gallery.pages[i]->Slug()) + L".png";
+      if (SaveScreenshot(g_gallery.main, path)) {
+        std::printf("gallery: saved %ls\n", path.c_str());
+      } else {
+        std::printf("gallery: could not save %ls\n", path.c_str());
+        rc = 1;
+      }
+      std::fflush(stdout);
+    }
+    DestroyWindow(g_gallery.main);
+    Pump(0);
+  } else {
+    MSG m;
+    while (GetMessageW(&m, nullptr, 0, 0) > 0) {
+      if (!IsDialogMessageW(g_gallery.pageWindow, &m)) {
+        TranslateMessage(&m);
+        DispatchMessageW(&m);
+      }
+    }
+  }
+  g_gallery.pages.clear();
+  DeleteObject(g_gallery.ctx.font);
+  DeleteObject(g_gallery.ctx.boldFont);
+  return rc;
+}
+
+}  // namespace varion::demo
+
+int wmain(int argc, wchar_t** argv) {
+  INITCOMMONCONTROLSEX icc{sizeof icc, ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
+  InitCommonControlsEx(&icc);
+  return varion::demo::RunGallery(argc, argv);
+}
