@@ -174,8 +174,9 @@ int CMapCustGridCfg::GetTableIndexFromTableID(std::int32_t tableID) const {
   return 0;
 }
 
-std::string CMapCustGridCfg::AliasOfTable(std::int32_t tableID) const {
-  if (m_tables.empty()) return {};
+const std::string& CMapCustGridCfg::AliasOfTable(std::int32_t tableID) const {
+  static const std::string kNone;
+  if (m_tables.empty()) return kNone;
   return m_tables[static_cast<size_t>(GetTableIndexFromTableID(tableID))].alias;
 }
 

@@ -8,8 +8,9 @@
 //   maps to the column with its identifier; in a configuration that started empty, to itself),
 //   so the visibility blob is always read through it.
 // - Auto-update merge. A stored column is matched to a program column not matched before:
-//   first by field name (exactly; for the user-defined fields listed under MergeColumnInfo also
-//   by their common name), then by default caption, then, while its stored position is below the
+//   first by field name (exactly, preferring the column at the same position and one with the
+//   same result name; for the user-defined fields listed under MergeColumnInfo also by their
+//   common name), then by default caption, then, while its stored position is below the
 //   number of program columns, by the program column at the same position when that column has
 //   the stored identifier and kind (a column whose field and caption were both renamed). The
 //   user's layout items of a match (width, visibility, own caption, format, decimals, summary,
@@ -409,7 +410,7 @@ class VARION_API CMapCustGridCfg : public CBaseCustGridCfg {
 
   Col* ColumnAt(int index);
   const Col* ColumnAt(int index) const;
-  std::string AliasOfTable(std::int32_t tableID) const;
+  const std::string& AliasOfTable(std::int32_t tableID) const;
   bool IsSortColumnUsable(std::int32_t columnID) const;
   void RenumberUserColumns();
   void ShiftVisibleFrom(int index, int by);
@@ -427,7 +428,7 @@ class VARION_API CMapCustGridCfg : public CBaseCustGridCfg {
   void ApplyVisibility(const std::vector<std::int32_t>& order);
   void MergeListInfo(const CVelListInfoCustImpl& stored, bool whole);
   void MergeColumnInfo(const Col& stored, Col& program) const;
-  int FindDefColumnByField(const Col& stored, const std::vector<bool>& matched) const;
+  int FindDefColumnByField(const Col& stored, int loadIndex, const std::vector<bool>& matched) const;
   int FindDefColumnByName(const Col& stored, const std::vector<bool>& matched) const;
   int FindDefColumnByChangedName(const Col& stored, std::int32_t storedID, int loadIndex,
                                  const std::vector<bool>& matched) const;

@@ -231,13 +231,17 @@ void CMapCustGridCfg::MergeColumnInfo(const Col& stored, Col& program) const {
   }
 }
 
-int CMapCustGridCfg::FindDefColumnByField(const Col& stored, const std::vector<bool>& matched) const {
+int CMapCustGridCfg::FindDefColumnByField(const Col& stored, int loadIndex, const std::vector<bool>& matched) const {
   if (stored.dbFieldName.empty()) return -1;
   const int n = GetInternalColumnsCount();
+  auto same = [&](int i) {
+    return !matched[i] && m_columns[i].dbFieldName == stored.dbFieldName && m_columns[i].resultName == stored.resultName;
+  };
+  // A column that has not moved is the usual case.
+  if (loadIndex < n && same(loadIndex)) return loadIndex;
   // Field and result name first: one field may feed two columns under different names.
   for (int i = 0; i < n; ++i)
-    if (!matched[i] && m_columns[i].dbFieldName == stored.dbFieldName && m_columns[i].resultName == stored.resultName)
-      return i;
+    if (same(i)) return i;
   for (int i = 0; i < n; ++i)
     if (!matched[i] && m_columns[i].dbFieldName == stored.dbFieldName) return i;
   const std::string_view name = UserFieldNameOf(stored.dbFieldName);
@@ -298,7 +302,7 @@ Status32 CMapCustGridCfg::ApplyColumns(const std::vector<varion::StoredColumn>& 
         if (m_columns[static_cast<size_t>(c)].columnID == sc.columnID) target = c;
       if (target >= 0) varion::CopyStoredItems(sc.record, m_columns[static_cast<size_t>(target)]);
     } else {
-      target = FindDefColumnByField(sc.record, matched);
+      target = FindDefColumnByField(sc.record, i, matched);
       if (target < 0) target = FindDefColumnByName(sc.record, matched);
       if (target < 0 && i < predefined) target = FindDefColumnByChangedName(sc.record, sc.columnID, i, matched);
       if (target >= 0) {
@@ -338,9 +342,17 @@ int CMapCustGridCfg::ApplyColumnTranslation(int storedIndex) const {
 }
 
 void CMapCustGridCfg::ApplyVisibility(const std::vector<std::int32_t>& order) {
+  // The translation as a table by stored position; stored positions are load indexes, so the
+  // table is no longer than the column blob was.
+  std::vector<int> current;
+  for (size_t i = 0; i < m_translationStored.size(); ++i) {
+    const auto at = static_cast<size_t>(m_translationStored[i]);
+    if (at >= current.size()) current.resize(at + 1, -1);
+    if (current[at] < 0) current[at] = m_translationCurrent[i];
+  }
   m_visible.clear();
   for (std::int32_t stored : order) {
-    const int index = ApplyColumnTranslation(stored);
+    const int index = stored >= 0 && static_cast<size_t>(stored) < current.size() ? current[static_cast<size_t>(stored)] : -1;
     Col* col = ColumnAt(index);
     if (!col || !col->allowShow) continue;
     if (std::find(m_visible.begin(), m_visible.end(), index) != m_visible.end()) continue;

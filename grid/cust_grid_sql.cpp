@@ -19,6 +19,7 @@ constexpr std::string_view kFmtTablesPlaceholder = "{formatowanie_dodatkowetabel
 // The personal-data table joins only when the list asks for it: it is large and per object.
 constexpr std::string_view kPwAlias = "PwDane";
 constexpr std::string_view kPwTable = "pw_Dane";
+const std::string kLeftJoin = " LEFT JOIN ", kAs = " AS ", kOn = " ON ";
 
 void ReplaceAll(std::string& text, std::string_view what, std::string_view with) {
   if (what.empty()) return;
@@ -73,9 +74,21 @@ bool CMapCustGridCfg::IsColumnRequired(const CVelColInfoCustImpl& column, bool a
 
 std::string CMapCustGridCfg::GetSqlForColumn(const CVelColInfoCustImpl& column, const std::string& tableAlias) const {
   if (column.isExpression) return column.dbFieldName;
-  if (column.kind == varion::kColKindNoData) return "NULL AS " + column.dbFieldName;
-  std::string sql = tableAlias + "." + column.dbFieldName;
-  if (!column.resultName.empty()) sql += " AS " + column.resultName;
+  std::string sql;
+  if (column.kind == varion::kColKindNoData) {
+    sql.reserve(8 + column.dbFieldName.size());
+    sql += "NULL AS ";
+    sql += column.dbFieldName;
+    return sql;
+  }
+  sql.reserve(tableAlias.size() + column.dbFieldName.size() + column.resultName.size() + 5);
+  sql += tableAlias;
+  sql += '.';
+  sql += column.dbFieldName;
+  if (!column.resultName.empty()) {
+    sql += " AS ";
+    sql += column.resultName;
+  }
   return sql;
 }
 
@@ -85,21 +98,20 @@ Status32 CMapCustGridCfg::MakeFieldsList(std::string& fields, bool allColumns) {
 
 Status32 CMapCustGridCfg::MakeFieldsListEx(std::string& fields, bool allColumns, bool customFmts) {
   std::string out;
-  std::string alias;
+  out.reserve(fields.capacity() > 0 ? fields.capacity() : 1024);
+  const std::string* alias = nullptr;
   std::int32_t aliasTable = 0;
-  bool haveAlias = false;
   const int total = GetTotalColumnsCount();
   for (int i = 0; i < total; ++i) {
     const Col& col = *ColumnAt(i);
     // A column without a field has nothing to read; it is filled by the list owner.
     if (!IsColumnRequired(col, allColumns) || col.dbFieldName.empty()) continue;
-    if (!haveAlias || col.tableID != aliasTable) {
-      alias = AliasOfTable(col.tableID);
+    if (!alias || col.tableID != aliasTable) {
+      alias = &AliasOfTable(col.tableID);
       aliasTable = col.tableID;
-      haveAlias = true;
     }
-    if (!out.empty()) out += ",";
-    out += GetSqlForColumn(col, alias);
+    if (!out.empty()) out += ',';
+    out += GetSqlForColumn(col, *alias);
   }
   if (customFmts && m_formats) m_formats->AppendFields(out);
   if (out.empty()) return kFail;
@@ -131,7 +143,10 @@ Status32 CMapCustGridCfg::MakeFromEx(std::string& from, std::string& where, bool
   if (m_tables.empty()) return kFail;
   const CVelTableInfoImpl& main = m_tables.front();
   if (main.tableName.empty() && m_ignoreEmptyMainTable) return kOk;
-  from += main.tableName + " AS " + main.alias;
+  from.reserve(from.size() + 64 * m_tables.size());
+  from += main.tableName;
+  from += " AS ";
+  from += main.alias;
   AppendCondition(where, main.condition);
   for (size_t i = 1; i < m_tables.size(); ++i) {
     const CVelTableInfoImpl& t = m_tables[i];
@@ -139,10 +154,18 @@ Status32 CMapCustGridCfg::MakeFromEx(std::string& from, std::string& where, bool
     // A row without a joined row must survive the joined table's own condition.
     if (!t.condition.empty()) AppendCondition(where, "((" + t.keyField + " is NULL) OR (" + t.condition + "))");
     const CVelTableInfoImpl& parent = m_tables[static_cast<size_t>(GetTableIndexFromTableID(t.parentTableID))];
-    from += " LEFT JOIN " + t.tableName + " AS " + t.alias + " ON " + parent.alias + ".";
-    if (t.joinDirection == 0) from += parent.keyField + "=" + t.alias + "." + t.linkField;
-    else from += t.linkField + "=" + t.alias + "." + t.keyField;
-    if (!t.extraJoin.empty()) from += " AND " + t.extraJoin;
+    for (const std::string* piece : {&kLeftJoin, &t.tableName, &kAs, &t.alias, &kOn, &parent.alias}) from += *piece;
+    from += '.';
+    const bool toParent = t.joinDirection == 0;
+    from += toParent ? parent.keyField : t.linkField;
+    from += '=';
+    from += t.alias;
+    from += '.';
+    from += toParent ? t.linkField : t.keyField;
+    if (!t.extraJoin.empty()) {
+      from += " AND ";
+      from += t.extraJoin;
+    }
   }
   if (customFmts && m_formats) from += m_formats->GetExtraTables();
   return kOk;
@@ -249,11 +272,26 @@ Status32 CMapCustGridCfg::BuildStatement(std::string& sql, bool allColumns, cons
   AppendCondition(where, entryWhere);
   AppendCondition(where, m_userWhere);
 
-  std::string text = "SELECT " + fields;
-  if (!(from.empty() && m_ignoreEmptyMainTable)) text += " FROM " + from;
-  if (!where.empty()) text += " WHERE " + where;
-  if (!group.empty()) text += " GROUP BY " + group;
-  if (!order.empty()) text += " ORDER BY " + order;
+  std::string text;
+  text.reserve(fields.size() + from.size() + where.size() + group.size() + order.size() + 40);
+  text += "SELECT ";
+  text += fields;
+  if (!(from.empty() && m_ignoreEmptyMainTable)) {
+    text += " FROM ";
+    text += from;
+  }
+  if (!where.empty()) {
+    text += " WHERE ";
+    text += where;
+  }
+  if (!group.empty()) {
+    text += " GROUP BY ";
+    text += group;
+  }
+  if (!order.empty()) {
+    text += " ORDER BY ";
+    text += order;
+  }
   sql = std::move(text);
   m_sqlChanged = false;
   return kOk;

@@ -88,6 +88,7 @@ LayoutBytes WriteListBlob(const CVelListInfoCustImpl& list) {
 
 LayoutBytes WriteColumnBlob(std::span<const StoredColumn> columns) {
   LayoutWriter out;
+  out.Reserve(4 + columns.size() * (4 + kMinColumnRecordBytes + 64));
   out.PutInt32(static_cast<std::int32_t>(columns.size()));
   for (const StoredColumn& c : columns) {
     out.PutInt32(c.columnID);

@@ -6,15 +6,25 @@ namespace varion {
 
 void LayoutWriter::PutInt32(std::int32_t value) {
   const auto u = static_cast<std::uint32_t>(value);
-  for (int shift = 0; shift < 32; shift += 8) m_bytes.push_back(static_cast<std::uint8_t>(u >> shift));
+  const size_t at = m_bytes.size();
+  m_bytes.resize(at + 4);
+  std::uint8_t* p = m_bytes.data() + at;
+  p[0] = static_cast<std::uint8_t>(u);
+  p[1] = static_cast<std::uint8_t>(u >> 8);
+  p[2] = static_cast<std::uint8_t>(u >> 16);
+  p[3] = static_cast<std::uint8_t>(u >> 24);
 }
 
 void LayoutWriter::PutText(const std::string& cp1250) {
-  const std::u16string units = text::Cp1250ToUtf16(cp1250);
-  PutInt32(static_cast<std::int32_t>(units.size()));
-  for (char16_t c : units) {
-    m_bytes.push_back(static_cast<std::uint8_t>(c & 0xFF));
-    m_bytes.push_back(static_cast<std::uint8_t>(c >> 8));
+  // Every code page 1250 byte is one UTF-16 unit.
+  PutInt32(static_cast<std::int32_t>(cp1250.size()));
+  const size_t at = m_bytes.size();
+  m_bytes.resize(at + 2 * cp1250.size());
+  std::uint8_t* p = m_bytes.data() + at;
+  for (char ch : cp1250) {
+    const char16_t c = text::Cp1250Char(static_cast<unsigned char>(ch));
+    *p++ = static_cast<std::uint8_t>(c & 0xFF);
+    *p++ = static_cast<std::uint8_t>(c >> 8);
   }
 }
 

@@ -21,6 +21,7 @@ constexpr std::size_t kMaxLayoutBlob = 16u << 20;
 
 class VARION_API LayoutWriter {
  public:
+  void Reserve(std::size_t bytes) { m_bytes.reserve(bytes); }
   void PutInt32(std::int32_t value);
   void PutText(const std::string& cp1250);
   const LayoutBytes& Bytes() const { return m_bytes; }
