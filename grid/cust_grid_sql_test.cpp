@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 
 #include "grid/grid_test_lists.h"
@@ -475,6 +476,92 @@ TEST(MakeGroupByHelper, LeavesOutColumnsByKindAndModule) {
   std::string untouched = "x";
   EXPECT_EQ(MakeGroupByHelper(CMapCustGridCfg(), "m", untouched), kFail);
   EXPECT_EQ(untouched, "x");
+}
+
+TEST(Descriptions, CopyingAppliesTheSourceForcePresentAndListTextRules) {
+  struct Case {
+    const char* name;
+    std::int32_t kind, source, cfgSource;
+    const char* listText;
+    int ignoreForcePresent;
+    std::int32_t expectedSource;
+    const char* expectedList;
+    std::uint32_t expectedForce;
+  } cases[] = {
+      {"own source kept", 0, 5, 9, "", 0, 5, "", 0},
+      {"source 0 takes the configuration's", 0, 0, 9, "", 0, 9, "", 0},
+      {"list kind gets a closing line feed", kColKindList, 1, 0, "1=Tak\n0=Nie", 0, 1, "1=Tak\n0=Nie\n", 0},
+      {"flag list kind too", kColKindFlagList, 1, 0, "1=A", 0, 1, "1=A\n", 0},
+      {"closed list text unchanged", kColKindList, 1, 0, "1=A\n", 0, 1, "1=A\n", 0},
+      {"empty list text unchanged", kColKindList, 1, 0, "", 0, 1, "", 0},
+      {"other kinds unchanged", 3, 1, 0, "1=A", 0, 1, "1=A", 0},
+      {"ignoring force-present forces every column", 0, 1, 0, "", 1, 1, "", 1},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    CVelColInfo info = SampleColumnInfo(1, 1, "kh_Symbol", "Symbol");
+    info.kind = c.kind;
+    info.source = c.source;
+    info.listText = c.listText;
+    CMapCustGridCfg cfg;
+    cfg.SetSource(c.cfgSource);
+    cfg.IgnoreForcePresentInSQL(c.ignoreForcePresent);
+    cfg.SetColumns(&info, 1);
+    const CVelColInfoCustImpl& col = cfg.GetColumnInfo(0);
+    EXPECT_EQ(col.source, c.expectedSource);
+    EXPECT_EQ(col.listText, c.expectedList);
+    EXPECT_EQ(col.forcePresent, c.expectedForce);
+  }
+  CVelTableInfo table = SampleTables()[1];
+  CVelTableInfoImpl record;
+  record.InitTableInfo(table, 4);
+  EXPECT_EQ(record.source, 4);
+  table.source = 2;
+  record.InitTableInfo(table, 4);
+  EXPECT_EQ(record.source, 2);
+  EXPECT_EQ(record.extraJoin, "adr.adr_TypAdresu = 1");
+}
+
+TEST(VisibleOrder, SettersKeepTheOrderAndTheFlagsTogether) {
+  CMapCustGridCfg cfg = MakeSampleCfg();
+  const std::vector<int> initial = {1, 2, 3, 4, 5, 6, 7};
+  ASSERT_EQ(cfg.GetColumnIndexes(), initial);
+  struct Step {
+    const char* name;
+    std::function<bool(CMapCustGridCfg&)> act;
+    std::vector<int> order;
+  } steps[] = {
+      {"hide", [](auto& c) { return c.SetVisible(kColCity, false); }, {1, 2, 4, 5, 6, 7}},
+      {"show again goes last", [](auto& c) { return c.SetVisible(kColCity, true); }, {1, 2, 4, 5, 6, 7, 3}},
+      {"showing a shown column changes nothing", [](auto& c) { return c.SetVisible(kColCity, true); },
+       {1, 2, 4, 5, 6, 7, 3}},
+      {"not allowed to show", [](auto& c) { return c.SetAllowShow(kColName, false); }, {1, 4, 5, 6, 7, 3}},
+      {"allowed again", [](auto& c) { return c.SetAllowShow(kColName, true); }, {1, 4, 5, 6, 7, 3, 2}},
+      {"a never-shown column cannot be shown", [](auto& c) { return c.SetVisible(kColInternal, true); },
+       {1, 4, 5, 6, 7, 3, 2}},
+      {"unknown identifier", [](auto& c) { return !c.SetVisible(99, true); }, {1, 4, 5, 6, 7, 3, 2}},
+      {"remove by index",
+       [](auto& c) {
+         c.RemoveFromVisibleCols(kColCountry - 1);
+         return !c.IsColVisible(kColCountry);
+       },
+       {1, 5, 6, 7, 3, 2}},
+      {"default order from the flags", [](auto& c) { c.GenerateDefaultColumnsInfo(); return true; }, {1, 2, 3, 5, 6, 7}},
+  };
+  for (const Step& s : steps) {
+    SCOPED_TRACE(s.name);
+    EXPECT_TRUE(s.act(cfg));
+    EXPECT_EQ(cfg.GetColumnIndexes(), s.order);
+    for (int i = 0; i < cfg.GetTotalColumnsCount(); ++i) {
+      const bool inOrder = std::find(s.order.begin(), s.order.end(), i) != s.order.end();
+      EXPECT_EQ(cfg.IsColVisible(i + 1), inOrder) << i;
+    }
+  }
+  EXPECT_EQ(cfg.GetVisibleColIndex(0), 1);
+  EXPECT_EQ(cfg.GetVisibleColIndex(6), -1);
+  EXPECT_EQ(cfg.GetColFromColumnIdWoH(kColCity), 2);
+  EXPECT_EQ(cfg.GetColFromColumnIdWoH(kColCountry), -1);
+  EXPECT_THROW(cfg.GetColumnInfo(kSampleColumnCount), ComError);
 }
 
 TEST(FilterOperators, EachFieldTypeOffersItsOperators) {
