@@ -57,6 +57,7 @@
 #include "base/export.h"
 #include "base/sql_dialect.h"
 #include "base/status.h"
+#include "db/connection.h"
 #include "grid/custom_columns.h"
 #include "grid/custom_formats.h"
 #include "grid/grid_info.h"
@@ -64,6 +65,9 @@
 #include "grid/stored_layout.h"
 
 namespace varion {
+
+// The table of the conditional row formats (see CMapCustGridCfg::LoadCustomFmts).
+constexpr const char* kCustomFormatsTable = "gr_FormatowanieWarunkowe";
 
 // Comparison operators of the filter dialogs.
 enum class FilterOperator : std::int32_t {
@@ -145,6 +149,11 @@ class VARION_API CMapCustGridCfg : public CBaseCustGridCfg {
   CMapCustGridCfg();
   CMapCustGridCfg(const CVelListInfo* list, const CVelColInfo* columns, int columnCount, const CVelTableInfo* tables,
                   int tableCount, std::int32_t source = 0);
+  // The same, then the user's stored layout: a failure to read it leaves the program's layout and
+  // is kept in GetLoadStatus.
+  CMapCustGridCfg(const CVelListInfo* list, const CVelColInfo* columns, int columnCount, const CVelTableInfo* tables,
+                  int tableCount, const varion::db::Connection& connection, const std::string& section,
+                  std::int32_t user, std::int32_t service);
   CMapCustGridCfg(const CMapCustGridCfg& other);
   CMapCustGridCfg& operator=(const CMapCustGridCfg& other);
   ~CMapCustGridCfg() override;
@@ -176,6 +185,35 @@ class VARION_API CMapCustGridCfg : public CBaseCustGridCfg {
   virtual int GetVisibleColIndex(int position) const;
   // The visible order from the columns' visible flags, in column order.
   virtual void GenerateDefaultColumnsInfo();
+
+  // --- stored layout in the database ------------------------------------------------------
+  // Every one of these raises ComError for a database failure; LoadCfg and LoadCustomCfg also
+  // for a missing blob field (kPointer). A section is a grid's name, user and service key its row.
+  // The connection's server also sets the dialect of the statements.
+  void SetConnection(const varion::db::Connection& connection);
+  const varion::db::Connection& GetConnection() const { return m_connection; }
+  varion::Status32 GetLoadStatus() const { return m_loadStatus; }
+  // kFalse when no layout is stored, kFail when a blob is damaged (nothing is then changed).
+  virtual varion::Status32 LoadCfg(const varion::db::Connection& connection, const std::string& section,
+                                   std::int32_t user, std::int32_t service);
+  // Sets every field of a new row of an updatable recordset over gr__KonfiguracjaEx.
+  virtual void LoadCfgToRS(varion::db::UpdatableRecordset& rs, const std::string& section, std::int32_t user,
+                           std::int32_t service) const;
+  // Updates the row, or adds it when there is none, in one transaction (the caller's, if any).
+  virtual varion::Status32 SaveCfg(const varion::db::Connection& connection, const std::string& section,
+                                   std::int32_t user, std::int32_t service);
+  virtual bool IsCfgExists(const varion::db::Connection& connection, const std::string& section, std::int32_t user,
+                           std::int32_t service) const;
+  // kFalse when there was no row.
+  virtual varion::Status32 DeleteCfg(const varion::db::Connection& connection, const std::string& section,
+                                     std::int32_t user, std::int32_t service);
+  // Adds the row with the current layout when there is none (kOk); an existing row is left (kFalse).
+  virtual varion::Status32 MakeEntryForCfg(const varion::db::Connection& connection, const std::string& section,
+                                           std::int32_t user, std::int32_t service);
+  // A user-defined grid: its four blobs into this (empty) configuration, its statement as the
+  // custom statement, its condition for MakeSQLForCustomEntry. kFalse when there is no such grid.
+  virtual varion::Status32 LoadCustomCfg(const varion::db::Connection& connection, const std::string& section,
+                                         std::int32_t moduleId, std::optional<std::int32_t> gridType = std::nullopt);
 
   // --- stored layout ---------------------------------------------------------------------
   // Applies a stored row (see the rules at the top of this file). A missing blob field throws
@@ -399,11 +437,26 @@ class VARION_API CMapCustGridCfg : public CBaseCustGridCfg {
 
   // --- conditional formats -----------------------------------------------------------------
   virtual bool HasCustomFmts() const { return m_formats != nullptr; }
-  virtual void ResetCustomFmt() { m_formats.reset(); }
+  virtual void ResetCustomFmt() {
+    m_formats.reset();
+    m_formatsSource.reset();
+    m_sqlChanged = true;
+  }
   // Creates the formats object when there is none.
   varion::CustomFormatSet& CustomFormats();
   const varion::CustomFormatSet* GetCustomFormats() const { return m_formats.get(); }
   virtual const varion::CustomFormat* ApplyCustomFmt(std::int32_t formatValue) const;
+  // The formats of a list from gr_FormatowanieWarunkowe (grid section name and list identifier):
+  // those every user shares (user 0), or those and one user's own. They replace the formats held.
+  virtual varion::Status32 LoadCustomFmts(const varion::db::Connection& connection, const std::string& name,
+                                          std::int32_t listId);
+  virtual varion::Status32 LoadCustomFmts(const varion::db::Connection& connection, const std::string& name,
+                                          std::int32_t listId, std::int32_t userId);
+  // Loads again what the last LoadCustomFmts loaded; kFalse when nothing was loaded.
+  virtual varion::Status32 RefreshCustomFmt();
+  // Switches off in the database the user's own formats of the grid, and all formats held.
+  virtual varion::Status32 TurnOffAllWarFmtForUserAndGrid(const varion::db::Connection& connection,
+                                                          const std::string& name, std::int32_t userId);
 
  private:
   using Col = CVelColInfoCustImpl;
@@ -433,12 +486,24 @@ class VARION_API CMapCustGridCfg : public CBaseCustGridCfg {
   int FindDefColumnByChangedName(const Col& stored, std::int32_t storedID, int loadIndex,
                                  const std::vector<bool>& matched) const;
   void ApplyTables(std::vector<CVelTableInfoImpl> stored);
+  varion::Status32 LoadFormats(const varion::db::Connection& connection, const std::string& name,
+                               std::int32_t listId, std::optional<std::int32_t> userId);
+
+  struct FormatsSource {
+    varion::db::Connection connection;
+    std::string name;
+    std::int32_t listId = 0;
+    std::optional<std::int32_t> userId;
+  };
 
   CVelListInfoCustImpl m_list;
   std::vector<Col> m_columns;
   std::vector<CVelTableInfoImpl> m_tables;
   std::unique_ptr<ICustomColumnsCfg> m_customColumns;
   std::unique_ptr<varion::CustomFormatSet> m_formats;
+  std::optional<FormatsSource> m_formatsSource;
+  varion::db::Connection m_connection;
+  varion::Status32 m_loadStatus = varion::kFalse;
   std::vector<int> m_visible;
   std::vector<std::int32_t> m_translationStored;
   std::vector<std::int32_t> m_translationCurrent;

@@ -95,7 +95,7 @@ varion::StoredLayoutRow CMapCustGridCfg::MakeLayoutRow(const std::string& sectio
   row.user = user;
   row.service = service;
   const bool parked = !m_storedSql.empty();
-  row.version = varion::Variant(parked ? m_storedSqlVersion : static_cast<std::int64_t>(m_gridVersion));
+  row.version = varion::Variant(static_cast<std::int32_t>(parked ? m_storedSqlVersion : m_gridVersion));
   row.listInfo = SaveListInfo();
   row.columns = SaveColInfo();
   row.tables = SaveTableInfo();
