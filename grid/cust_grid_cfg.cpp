@@ -273,6 +273,16 @@ void CMapCustGridCfg::UpdateVisibilityForColIndex(int index) {
   }
 }
 
+bool CMapCustGridCfg::MoveVisibleColumn(int from, int to) {
+  const int n = GetColumnsCount();
+  if (from < 0 || from >= n || to < 0 || to >= n) return false;
+  if (from == to) return true;
+  const auto first = m_visible.begin();
+  if (from < to) std::rotate(first + from, first + from + 1, first + to + 1);
+  else std::rotate(first + to, first + from, first + from + 1);
+  return true;
+}
+
 void CMapCustGridCfg::RemoveFromVisibleCols(int index) {
   m_visible.erase(std::remove(m_visible.begin(), m_visible.end(), index), m_visible.end());
   if (Col* col = ColumnAt(index)) col->visible = 0;

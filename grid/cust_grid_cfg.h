@@ -414,6 +414,8 @@ class VARION_API CMapCustGridCfg : public CBaseCustGridCfg {
   // For the standard statement the index is identifier - 1 (-1 outside 1..count); with a custom
   // statement the columns are searched for the identifier (-1 when none has it).
   virtual int GetColumnIndexFromColumnID(std::int32_t columnID) const;
+  // Moves the column shown at one visible position to another (the grid's column drag).
+  virtual bool MoveVisibleColumn(int from, int to);
   // Adds a column that is shown and allowed to show to the visible order, or removes it.
   virtual void UpdateVisibilityForColIndex(int index);
   virtual void RemoveFromVisibleCols(int index);
