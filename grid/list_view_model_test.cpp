@@ -59,7 +59,7 @@ TEST(ListViewModel, UserActionsChangeTheConfiguration) {
 }
 
 TEST(ListViewModel, RowsFollowTheShownColumnsForBothKindsOfStatement) {
-  TestDatabase database("sqlite");
+  TestDatabase database(DatabaseBackends().front());
   const db::Connection c = database.Connect();
   c.Execute("CREATE TABLE kh__Kontrahent (kh_Id INT, kh_Symbol TEXT, kh_Nazwa TEXT, kh_Obrot NUMERIC, kh_Aktywny INT)");
   c.Execute("INSERT INTO kh__Kontrahent VALUES (1, 'B', 'Beta', 10.5, 1), (2, 'A', 'Alfa', NULL, 1), (3, 'C', 'x', 0, 0)");
