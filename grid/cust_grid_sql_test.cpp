@@ -564,28 +564,5 @@ TEST(VisibleOrder, SettersKeepTheOrderAndTheFlagsTogether) {
   EXPECT_THROW(cfg.GetColumnInfo(kSampleColumnCount), ComError);
 }
 
-TEST(FilterOperators, EachFieldTypeOffersItsOperators) {
-  struct Case {
-    VelFieldType type;
-    std::string choiceList;
-  } cases[] = {
-      {VelFieldType::Text,
-       "równe\nróżne od\nzawiera\nnie zawiera\nzaczyna się od\nkończy się na\njest puste\nnie jest puste"},
-      {VelFieldType::Amount,
-       "równe\nróżne od\nmniejsze od\nmniejsze lub równe\nwiększe od\nwiększe lub równe\njest puste\nnie jest puste"},
-      {VelFieldType::Date,
-       "równe\nróżne od\nmniejsze od\nmniejsze lub równe\nwiększe od\nwiększe lub równe\njest puste\nnie jest puste"},
-      {VelFieldType::Bool, "równe\nróżne od"},
-      {VelFieldType::List, "równe\nróżne od\njest puste\nnie jest puste"},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(static_cast<int>(c.type));
-    EXPECT_EQ(CBaseCustGridCfg::FillOperatorsListChoiceList(c.type), c.choiceList);
-  }
-  const auto items = CBaseCustGridCfg::FillOperatorsListComboBox(VelFieldType::Bool);
-  ASSERT_EQ(items.size(), 2u);
-  EXPECT_EQ(items[1].data, static_cast<std::int32_t>(FilterOperator::NotEqual));
-}
-
 }  // namespace
 }  // namespace varion

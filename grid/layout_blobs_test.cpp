@@ -151,20 +151,6 @@ TEST(LayoutBlobs, ExtremeValuesAndTextsRoundTrip) {
   EXPECT_EQ(read[1].columnID, -1);
 }
 
-TEST(LayoutBlobs, TextsOutsideTheCodePageBecomeQuestionMarks) {
-  LayoutBytes blob;
-  I(blob, 1);
-  I(blob, 0), I(blob, 0), I(blob, 0);
-  T(blob, u"a\u4E2Db"), T(blob, std::u16string(1, char16_t(0xD800)) + u"c");  // a CJK letter, a lone surrogate
-  T(blob, u"\U0001F600"), T(blob, u""), T(blob, u"");                         // a surrogate pair
-  I(blob, 0), T(blob, u"");
-  std::vector<CVelTableInfoImpl> read;
-  ASSERT_EQ(ReadTableBlob(blob, read), kOk);
-  EXPECT_EQ(read[0].alias, "a?b");
-  EXPECT_EQ(read[0].tableName, "?c");
-  EXPECT_EQ(read[0].keyField, "?");
-}
-
 // Every reader, with a valid blob to damage.
 struct Reader {
   const char* name;
