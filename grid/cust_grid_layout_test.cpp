@@ -28,18 +28,14 @@ std::vector<CVelColInfo> OldColumns() {
 }
 
 std::vector<CVelColInfo> NewColumns() {
-  std::vector<CVelColInfo> c = {
-      SampleColumnInfo(1, 1, "kh_Id", "Id"),             SampleColumnInfo(2, 1, "kh_Symbol", "Symbol"),
-      SampleColumnInfo(3, 1, "kh_Nazwa", "Nazwa"),       SampleColumnInfo(4, 2, "adr_Miejscowosc", "Miejscowość"),
-      SampleColumnInfo(5, 1, "kh_Email", "E-mail"),      SampleColumnInfo(6, 1, "kh_ObrotNetto", "Obrót"),
-      SampleColumnInfo(7, 1, "kh_Tel1", "Telefon 1"),    SampleColumnInfo(8, 1, "tc_CenaNetto", "Cena netto"),
-      SampleColumnInfo(9, 1, "kh_NIP", "NIP"),           SampleColumnInfo(10, 1, "kh_Regon", "REGON"),
-  };
-  c[0].forcePresent = 1;
-  c[0].visible = 0;
-  c[3].resultName = "Miasto";
+  std::vector<CVelColInfo> c = OldColumns();
+  c[4] = SampleColumnInfo(5, 1, "kh_Email", "E-mail");
   c[4].kind = 7;  // not the fax under a new name
+  c[5].dbFieldName = "kh_ObrotNetto";
+  c[6] = SampleColumnInfo(7, 1, "kh_Tel1", "Telefon 1");
   c[6].allowSort = 0;
+  c.push_back(SampleColumnInfo(9, 1, "kh_NIP", "NIP"));
+  c.push_back(SampleColumnInfo(10, 1, "kh_Regon", "REGON"));
   c[9].visible = 0;
   return c;
 }
@@ -155,10 +151,8 @@ TEST(LayoutMerge, UserFieldChoiceIsTakenOnlyAsAnIdentifier) {
     const char* stored;
     const char* field;
   } cases[] = {
-      {"tc_CenaNetto3", "tc_CenaNetto3"},
-      {"tc_CenaNetto_W2", "tc_CenaNetto_W2"},
-      {"tc_CenaNetto3) OR (1=1", "tc_CenaNetto"},
-      {"tc_CenaNetto 3", "tc_CenaNetto"},
+      {"tc_CenaNetto3", "tc_CenaNetto3"}, {"tc_CenaNetto_W2", "tc_CenaNetto_W2"},
+      {"tc_CenaNetto3) OR (1=1", "tc_CenaNetto"}, {"tc_CenaNetto 3", "tc_CenaNetto"},
       {"tc_CenaBrutto3", "tc_CenaNetto"},
   };
   for (const Case& c : cases) {
