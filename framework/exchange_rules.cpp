@@ -124,6 +124,26 @@ DateTime ParseExchangeDate(std::string_view text) {
   return DateTime::ParseIso(trimmed);
 }
 
+bool ParseTimeOfDay(std::string_view text, int& seconds) {
+  const std::string t = TrimBlanks(text);
+  int parts[3] = {0, 0, 0};
+  int count = 0;
+  std::size_t i = 0;
+  while (count < 3) {
+    const std::size_t start = i;
+    while (i < t.size() && t[i] >= '0' && t[i] <= '9') ++i;
+    const std::size_t digits = i - start;
+    if (digits == 0 || digits > 2 || (count > 0 && digits != 2)) return false;
+    parts[count++] = std::stoi(t.substr(start, digits));
+    if (i == t.size()) break;
+    if (t[i++] != ':') return false;
+  }
+  if (i != t.size() || count < 2) return false;
+  if (parts[0] > 23 || parts[1] > 59 || parts[2] > 59) return false;
+  seconds = parts[0] * 3600 + parts[1] * 60 + parts[2];
+  return true;
+}
+
 std::string AmountDisplayText(const Amount& value, const NumberFormat& format) { return value.Format(format, 2); }
 
 std::string ErrorListLine(std::string_view message) {

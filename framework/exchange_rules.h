@@ -83,6 +83,10 @@ VARION_API std::string DateTextDDMMYYYY(const DateTime& value);
 // an invalid date. (On Windows the exchange uses the system's parser instead.)
 VARION_API DateTime ParseExchangeDate(std::string_view text);
 
+// A time of day typed as "H:MM", "HH:MM" or "HH:MM:SS" (blanks around allowed), in seconds after
+// midnight; false for anything else or a part out of range.
+VARION_API bool ParseTimeOfDay(std::string_view text, int& seconds);
+
 // An amount as an edit shows it when no currency edit formats it: grouped, two decimals.
 VARION_API std::string AmountDisplayText(const Amount& value, const NumberFormat& format);
 

@@ -126,6 +126,25 @@ TEST(ExchangeDates, DisplayTextAndThePortableParserAgree) {
   EXPECT_EQ(ParseExchangeDate("jutro").GetStatus(), ValueStatus::Invalid);
 }
 
+TEST(ExchangeTimes, HoursAndMinutesWithOptionalSeconds) {
+  struct Case {
+    const char* text;
+    int seconds;  // -1: refused
+  } cases[] = {
+      {"7:05", 7 * 3600 + 5 * 60}, {"07:05", 7 * 3600 + 5 * 60}, {" 23:59:59 ", 86399}, {"00:00", 0},
+      {"24:00", -1}, {"12:60", -1}, {"12:30:60", -1}, {"12:5", -1}, {"123:00", -1}, {"12", -1},
+      {"12:30:", -1}, {"12:30:15:01", -1}, {"", -1}, {"12.30", -1}, {"-1:00", -1},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.text);
+    int s = -1;
+    EXPECT_EQ(ParseTimeOfDay(c.text, s), c.seconds >= 0);
+    if (c.seconds >= 0) {
+      EXPECT_EQ(s, c.seconds);
+    }
+  }
+}
+
 TEST(ErrorRecords, SourceDecidesBetweenDialogAndNestedPage) {
   FLG_OBJECT_ERROR_INFO r;
   struct Case {
