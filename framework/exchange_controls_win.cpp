@@ -154,7 +154,10 @@ DateTime FromSystemTime(const SYSTEMTIME& st) {
 void SetPicker(HWND h, const DateTime& d) {
   if (!h) return;
   if (d.IsNull()) {
-    SendMessageW(h, DTM_SETSYSTEMTIME, GDT_NONE, 0);
+    // Some pickers refuse GDT_NONE without a time to point at, though they do not read it.
+    SYSTEMTIME st;
+    GetLocalTime(&st);
+    SendMessageW(h, DTM_SETSYSTEMTIME, GDT_NONE, reinterpret_cast<LPARAM>(&st));
   } else if (d.IsValid()) {
     SYSTEMTIME st = ToSystemTime(d);
     SendMessageW(h, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&st));
