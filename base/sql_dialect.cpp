@@ -47,7 +47,9 @@ class Sqlite final : public SqlDialect {
   }
   std::string TimeLiteral(std::string_view t) const override { return "'" + std::string(t) + "'"; }
   const char* BlobType() const override { return "BLOB"; }
-  const char* DateTimeType() const override { return "TEXT"; }
+  // Declared DATETIME (NUMERIC affinity keeps the ISO text as text) so that readers know the
+  // column holds dates.
+  const char* DateTimeType() const override { return "DATETIME"; }
   const char* AmountType() const override { return "NUMERIC"; }
   const char* TextType(int) const override { return "TEXT"; }
   const char* IdentityType() const override { return "INTEGER PRIMARY KEY AUTOINCREMENT"; }
