@@ -2,6 +2,9 @@
 
 #include <commctrl.h>
 
+#include <map>
+#include <memory>
+
 #include "base/text.h"
 #include "framework/library_module_win.h"
 
@@ -67,12 +70,20 @@ bool BalloonTip::IsVisible() const { return IsWindow(m_tip) && IsWindowVisible(m
 namespace {
 
 struct ThreadTip {
-  BalloonTip tip;
+  std::unique_ptr<BalloonTip> tip;
   UINT_PTR timer = 0;
 };
-thread_local ThreadTip t_tip;
+thread_local std::map<HWND, ThreadTip> t_tips;
 
-void CALLBACK TipTimer(HWND, UINT, UINT_PTR, DWORD) { HideTipMsgBox(); }
+void CALLBACK TipTimer(HWND, UINT, UINT_PTR timer, DWORD) {
+  for (auto& [control, entry] : t_tips) {
+    if (entry.timer == timer) {
+      HideTipMsgBox(control);
+      return;
+    }
+  }
+  KillTimer(nullptr, timer);
+}
 
 }  // namespace
 
@@ -86,20 +97,40 @@ int TipIconFromStyle(UINT style) {
 }
 
 HWND TipMsgBox(HWND control, const std::string& title, const std::string& text, UINT style, UINT milliseconds) {
-  if (t_tip.timer) KillTimer(nullptr, t_tip.timer);
-  t_tip.tip.Show(control, title, text, TipIconFromStyle(style));
-  t_tip.timer = SetTimer(nullptr, 0, milliseconds, TipTimer);
-  return t_tip.tip.Window();
+  // Tips of controls that are gone go with them.
+  std::erase_if(t_tips, [](auto& e) {
+    if (IsWindow(e.first)) return false;
+    if (e.second.timer) KillTimer(nullptr, e.second.timer);
+    return true;
+  });
+  if (!IsWindow(control)) return nullptr;
+  ThreadTip& entry = t_tips[control];
+  if (!entry.tip) entry.tip = std::make_unique<BalloonTip>();
+  if (entry.timer) KillTimer(nullptr, entry.timer);
+  entry.tip->Show(control, title, text, TipIconFromStyle(style));
+  entry.timer = SetTimer(nullptr, 0, milliseconds, TipTimer);
+  return entry.tip->Window();
 }
 
-HWND CurrentTipWindow() { return t_tip.tip.IsVisible() ? t_tip.tip.Window() : nullptr; }
+HWND CurrentTipWindow(HWND control) {
+  auto it = t_tips.find(control);
+  return it != t_tips.end() && it->second.tip && it->second.tip->IsVisible() ? it->second.tip->Window() : nullptr;
+}
 
-void HideTipMsgBox() {
-  if (t_tip.timer) {
-    KillTimer(nullptr, t_tip.timer);
-    t_tip.timer = 0;
+std::string CurrentTipText(HWND control) {
+  auto it = t_tips.find(control);
+  return CurrentTipWindow(control) ? it->second.tip->Text() : std::string();
+}
+
+void HideTipMsgBox(HWND control) {
+  for (auto& [c, entry] : t_tips) {
+    if (control && c != control) continue;
+    if (entry.timer) {
+      KillTimer(nullptr, entry.timer);
+      entry.timer = 0;
+    }
+    if (entry.tip) entry.tip->Hide();
   }
-  t_tip.tip.Hide();
 }
 
 }  // namespace varion

@@ -35,13 +35,17 @@ class VARION_API BalloonTip {
 };
 
 // A tip balloon at a control that goes away by itself after `milliseconds` (or with the
-// control's window). One per thread: a new tip replaces the previous one. `style` takes the
-// MB_ICON* bits of a message box and picks the balloon's icon. Returns the tooltip window.
+// control's window). One per control: a new tip at the same control replaces the previous one.
+// `style` takes the MB_ICON* bits of a message box and picks the balloon's icon. Returns the
+// tooltip window.
 VARION_API HWND TipMsgBox(HWND control, const std::string& title, const std::string& text, UINT style,
                           UINT milliseconds = 8000);
-// The thread's current tip window, or nullptr when none shows.
-VARION_API HWND CurrentTipWindow();
-VARION_API void HideTipMsgBox();
+// The tip shown at the control, or nullptr when none shows.
+VARION_API HWND CurrentTipWindow(HWND control);
+// The text of the tip shown at the control; empty when none shows.
+VARION_API std::string CurrentTipText(HWND control);
+// Hides the control's tip; with nullptr every tip of the thread.
+VARION_API void HideTipMsgBox(HWND control = nullptr);
 
 // The TTI_* icon for MB_ICON* bits.
 VARION_API int TipIconFromStyle(UINT style);
