@@ -34,10 +34,16 @@ class VARION_API CFlgDataExchange {
 
   void AddError(std::uint32_t ctrlId, const char* message);
   void AddError(std::uint32_t ctrlId, const char* message, const char* secondText, std::uint32_t code);
+  // Identifiers written as int literals (dialog-level errors use 0) pick these, not the window forms.
+  void AddError(int ctrlId, const char* message) { AddError(static_cast<std::uint32_t>(ctrlId), message); }
+  void AddError(int ctrlId, const char* message, const char* secondText, std::uint32_t code) {
+    AddError(static_cast<std::uint32_t>(ctrlId), message, secondText, code);
+  }
 #if defined(_WIN32)
   // The message comes from the string resources (the library's, then the program's); a missing
   // resource gives an empty message.
   void AddError(std::uint32_t ctrlId, unsigned int messageId);
+  void AddError(int ctrlId, unsigned int messageId) { AddError(static_cast<std::uint32_t>(ctrlId), messageId); }
   // The control identifier is read from the control's window.
   void AddError(HWND control, const char* message);
   void AddError(HWND control, const char* message, const char* secondText, std::uint32_t code);
