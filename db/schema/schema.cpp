@@ -99,6 +99,7 @@ constexpr ColumnDef kContractors[] = {
     {"kh_Symbol", K::Text, 20},
     {"kh_Nazwa", K::Text, 255},
     {"kh_Nip", K::Text, 20},
+    {"kh_OdbDet", K::Int, 0, true, "0"},  // 1 for a detail recipient, a contractor's sub-account
 };
 
 constexpr ColumnDef kAddresses[] = {
@@ -106,6 +107,7 @@ constexpr ColumnDef kAddresses[] = {
     {"adr_IdObiektu", K::Int},
     {"adr_TypAdresu", K::Int},
     {"adr_Nazwa", K::Text, 255},
+    {"adr_NazwaPelna", K::Text, 255},
     {"adr_Adres", K::Text, 255},
     {"adr_Miejscowosc", K::Text, 100},
     {"adr_Kod", K::Text, 10},
@@ -215,6 +217,7 @@ std::vector<std::string> CreateStatements(const SqlDialect& dialect) {
       sql += c.name;
       sql += ' ';
       sql += ColumnType(dialect, c);
+      if (c.defaultValue) sql += std::string(" DEFAULT ") + c.defaultValue;
       if (c.notNull) sql += " NOT NULL";
     }
     sql += ')';

@@ -32,6 +32,7 @@ struct ColumnDef {
   ColumnKind kind;
   int length = 0;  // Text only
   bool notNull = false;
+  const char* defaultValue = nullptr;  // SQL literal of the DEFAULT clause, when there is one
 };
 
 struct IndexDef {

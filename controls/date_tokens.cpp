@@ -1,0 +1,103 @@
+#include "controls/date_tokens.h"
+
+#include <cstdio>
+
+#include "controls/locale_info.h"
+
+namespace {
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+int Number(const std::string& s) {
+  int v = 0;
+  for (char c : s) v = v * 10 + (c - '0');
+  return v;
+}
+
+// Two-digit fields: a first digit up to `waitUpTo` may still be followed by a second one.
+CDtTokenActive::Input JudgeTwoDigits(std::string& buffer, char waitUpTo, int max) {
+  if (buffer.size() == 1) {
+    if (buffer[0] <= waitUpTo) return CDtTokenActive::Input::Waiting;
+    return CDtTokenActive::Input::Complete;
+  }
+  int v = Number(buffer);
+  return v >= 1 && v <= max ? CDtTokenActive::Input::Complete : CDtTokenActive::Input::Refused;
+}
+
+}  // namespace
+
+CDtTokenActive::Input CDtTokenActive::AddChar(char c) {
+  if (!IsDigit(c)) return Input::Refused;
+  // A complete field starts over with the new digit.
+  std::string next = m_complete ? std::string() : m_buffer;
+  next += c;
+  Input verdict = Judge(next);
+  if (verdict == Input::Refused) return verdict;
+  m_buffer = std::move(next);
+  m_complete = verdict == Input::Complete;
+  return verdict;
+}
+
+int CDtTokenActive::GetValue() const { return m_buffer.empty() ? -1 : Number(m_buffer); }
+
+void CDtTokenActive::SetValue(int value) {
+  char buf[16];
+  std::snprintf(buf, sizeof buf, MaxDigits() == 4 ? "%04d" : "%02d", value);
+  m_buffer = buf;
+  m_complete = true;
+}
+
+std::string CDtTokenActive::GetText() const {
+  std::string text = m_buffer;
+  if (text.size() < static_cast<size_t>(m_width)) text.append(static_cast<size_t>(m_width) - text.size(), '_');
+  return text;
+}
+
+bool CDtTokenActive::OfferShifted(int days, int months) {
+  if (!m_owner) return false;
+  COleDateTime value = m_owner->GetDateValue();
+  if (!value.IsValid()) return false;
+  COleDateTime shifted = months != 0 ? value.AddMonths(months) : value.AddDays(days);
+  return shifted.IsValid() && m_owner->OfferDateValue(shifted);
+}
+
+CDtTokenActive::Input CDtTokenDay::Judge(std::string& buffer) const { return JudgeTwoDigits(buffer, '3', 31); }
+
+bool CDtTokenDay::Step(int direction) { return OfferShifted(direction < 0 ? -1 : 1, 0); }
+
+CDtTokenActive::Input CDtTokenMonth::Judge(std::string& buffer) const { return JudgeTwoDigits(buffer, '1', 12); }
+
+bool CDtTokenMonth::Step(int direction) { return OfferShifted(0, direction < 0 ? -1 : 1); }
+
+CDtTokenActive::Input CDtTokenYear::Judge(std::string& buffer) const {
+  if (buffer.size() < 4) return Input::Waiting;
+  if (buffer[0] == '0') {
+    buffer.erase(0, 1);  // leading zeros never start a year
+    return Input::Waiting;
+  }
+  return Input::Complete;
+}
+
+bool CDtTokenYear::Step(int direction) { return OfferShifted(0, direction < 0 ? -12 : 12); }
+
+CDtTokenList BuildDateTokens(std::string pattern, CDtTokenOwner* owner) {
+  if (pattern.empty()) pattern = CLocaleInfo::GetTheLocaleInfo().GetShortDateFormat();
+  for (char& c : pattern) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + 32);
+    if (c == 'y') c = 'r';
+  }
+  CDtTokenList tokens;
+  for (size_t i = 0; i < pattern.size();) {
+    size_t j = i;
+    while (j < pattern.size() && pattern[j] == pattern[i]) ++j;
+    int width = static_cast<int>(j - i);
+    switch (pattern[i]) {
+      case 'd': tokens.push_back(std::make_unique<CDtTokenDay>(owner, width)); break;
+      case 'm': tokens.push_back(std::make_unique<CDtTokenMonth>(owner, width)); break;
+      case 'r': tokens.push_back(std::make_unique<CDtTokenYear>(owner, width)); break;
+      default: tokens.push_back(std::make_unique<CDtTokenSep>(owner, pattern.substr(i, j - i))); break;
+    }
+    i = j;
+  }
+  return tokens;
+}
