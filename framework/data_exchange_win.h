@@ -51,8 +51,9 @@ VARION_API void DLX_Text(CFlgDataExchange& dx, int ctrlId, const char* text, int
 VARION_API void DLX_Text(CFlgDataExchange& dx, int ctrlId, const std::string& text);
 VARION_API void DLX_Text(CFlgDataExchange& dx, int ctrlId, const wchar_t* text);
 VARION_API void DLX_Text(CFlgDataExchange& dx, int ctrlId, const std::wstring& text);
-// Amounts and dates in their display forms: the amount grouped with two decimals in the user's
-// monetary separators, the date as "YYYY-MM-DD" (with " HH:MM:SS" when it has a time of day).
+// Amounts and dates in their display forms: the amount as the currency edits show it, with two
+// fraction digits or as many as it needs; the date as "YYYY-MM-DD" (with " HH:MM:SS" when it has
+// a time of day).
 VARION_API void DLX_Text(CFlgDataExchange& dx, int ctrlId, const CY& value);
 VARION_API void DLX_Text(CFlgDataExchange& dx, int ctrlId, const COleCurrency& value);
 VARION_API void DLX_Text(CFlgDataExchange& dx, int ctrlId, const COleDateTime& value);
@@ -223,3 +224,8 @@ VARION_API void DV_MinMaxDWord(CFlgDataExchange& dx, int ctrlId, unsigned long v
                                unsigned long max);
 VARION_API void DV_MinMaxLong(CFlgDataExchange& dx, int ctrlId, long value, long min, long max);
 VARION_API void DV_MinMaxSlider(CFlgDataExchange& dx, int ctrlId, int value, int min, int max);
+
+// The text must be an e-mail address ("Nieprawidłowy adres e-mail") or a tax number with a
+// correct check digit ("Nieprawidłowy NIP"). An empty field passes: presence is DV_Required's.
+VARION_API void DV_PoprawnyEmail(CFlgDataExchange& dx, int ctrlId);
+VARION_API void DV_PoprawnyNIP(CFlgDataExchange& dx, int ctrlId);

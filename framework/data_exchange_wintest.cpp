@@ -138,9 +138,15 @@ TEST_F(ExchangeTest, TextsRoundTripInCodePage1250AndMissingControlsReadEmpty) {
 
 TEST_F(ExchangeTest, AmountsShowInTheUsersFormAndParseWithTheSystemParser) {
   DLX_Text(Dx(), IDC_X_AMOUNT, Amount::FromRaw(-12345678900));
-  EXPECT_EQ(GetTextA(Item(IDC_X_AMOUNT)), "-1\xA0" "234\xA0" "567,89");
+  EXPECT_EQ(GetTextA(Item(IDC_X_AMOUNT)), "-1 234 567,89");
   DLX_Text(Dx(), IDC_X_AMOUNT, Amount::Null());
   EXPECT_EQ(GetTextA(Item(IDC_X_AMOUNT)), "");
+  // An amount with more than two decimals shows them all, so an unchanged form saves it back.
+  DLX_Text(Dx(), IDC_X_AMOUNT, Amount::FromRaw(123456));
+  EXPECT_EQ(GetTextA(Item(IDC_X_AMOUNT)), "12,3456");
+  COleCurrency back;
+  DSX_Text(Dx(), IDC_X_AMOUNT, back);
+  EXPECT_EQ(back, Amount::FromRaw(123456));
 
   struct Case {
     const char* typed;
@@ -512,6 +518,35 @@ TEST_F(ExchangeTest, ChecksRecordTheirMessages) {
                             "Proszę wprowadzić liczbę całkowitą większą lub równą 5.",
                             "Ilość nie może być ujemna.",
                         }));
+}
+
+TEST_F(ExchangeTest, EmailAndTaxNumberChecksLeaveEmptyFieldsToTheRequiredCheck) {
+  struct Case {
+    void (*check)(CFlgDataExchange&, int);
+    const char* typed;
+    const char* message;  // nullptr: passes
+  } cases[] = {
+      {DV_PoprawnyEmail, "biuro@firma.pl", nullptr},
+      {DV_PoprawnyEmail, "biuro@firma", "Nieprawidłowy adres e-mail"},
+      {DV_PoprawnyEmail, "@firma.pl", "Nieprawidłowy adres e-mail"},
+      {DV_PoprawnyEmail, "", nullptr},
+      {DV_PoprawnyNIP, "1234563218", nullptr},
+      {DV_PoprawnyNIP, "PL 1234563218", nullptr},
+      {DV_PoprawnyNIP, "1234563219", "Nieprawidłowy NIP"},
+      {DV_PoprawnyNIP, "123-456-32-18", "Nieprawidłowy NIP"},  // the check digit needs the bare ten digits
+      {DV_PoprawnyNIP, "  ", nullptr},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.typed);
+    m_errors.RemoveAll();
+    Type(IDC_X_EDIT, c.typed);
+    c.check(Dx(), IDC_X_EDIT);
+    if (c.message) {
+      EXPECT_EQ(Messages(), (std::vector<std::string>{c.message}));
+    } else {
+      EXPECT_EQ(m_errors.GetCount(), 0u);
+    }
+  }
 }
 
 TEST_F(ExchangeTest, RangeChecksIncludeBothBoundsAndWriteThemInTheirFormats) {

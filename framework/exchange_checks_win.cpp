@@ -1,5 +1,6 @@
 // The checks: lengths, presence, bounds and the standard failures.
 #include "base/status.h"
+#include "controls/validators.h"
 #include "framework/data_exchange_win.h"
 #include "framework/exchange_internal_win.h"
 #include "framework/exchange_rules.h"
@@ -102,4 +103,14 @@ void DV_MinMaxLong(CFlgDataExchange& dx, int id, long v, long min, long max) {
 }
 void DV_MinMaxSlider(CFlgDataExchange& dx, int id, int v, int min, int max) {
   CheckRange(dx, id, BoundFormat::SignedLong, v, min, max);
+}
+
+void DV_PoprawnyEmail(CFlgDataExchange& dx, int id) {
+  const std::string text = TrimBlanks(ReadText(dx, id));
+  if (!text.empty() && !PoprawnyEmail(text.c_str())) dx.AddError(U(id), msg::kBadEmail);
+}
+
+void DV_PoprawnyNIP(CFlgDataExchange& dx, int id) {
+  const std::string text = TrimBlanks(ReadText(dx, id));
+  if (!text.empty() && !PoprawnyNIP(text.c_str(), true)) dx.AddError(U(id), msg::kBadNip);
 }

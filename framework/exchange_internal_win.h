@@ -28,8 +28,9 @@ void WriteText(const CFlgDataExchange& dx, int ctrlId, std::string_view text);
 bool ParseCurrencyText(const std::string& text, Amount& value);
 bool ParseDateText(const std::string& text, DateTime& value);
 
-// The user's monetary separators and grouping.
-NumberFormat UserMoneyFormat();
+// An amount as an edit shows it: the display text of the currency edits with the fraction
+// digits AmountDisplayDecimals gives.
+std::string AmountText(const Amount& value);
 // The user's numeric decimal separator.
 std::string UserDecimalSeparator();
 

@@ -144,7 +144,11 @@ bool ParseTimeOfDay(std::string_view text, int& seconds) {
   return true;
 }
 
-std::string AmountDisplayText(const Amount& value, const NumberFormat& format) { return value.Format(format, 2); }
+int AmountDisplayDecimals(const Amount& value) {
+  const std::int64_t fraction = value.Raw() % Amount::kScale;
+  if (fraction % 100 == 0) return 2;
+  return fraction % 10 == 0 ? 3 : 4;
+}
 
 std::string ErrorListLine(std::string_view message) {
   std::string line(message);

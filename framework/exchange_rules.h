@@ -87,8 +87,9 @@ VARION_API DateTime ParseExchangeDate(std::string_view text);
 // midnight; false for anything else or a part out of range.
 VARION_API bool ParseTimeOfDay(std::string_view text, int& seconds);
 
-// An amount as an edit shows it when no currency edit formats it: grouped, two decimals.
-VARION_API std::string AmountDisplayText(const Amount& value, const NumberFormat& format);
+// How many fraction digits an amount shows in an edit: two, or as many as it needs up to four,
+// so that loading and saving an unchanged form never loses a digit.
+VARION_API int AmountDisplayDecimals(const Amount& value);
 
 // A line of the errors window: the message without its "\r\n" and then without its "\n".
 VARION_API std::string ErrorListLine(std::string_view message);

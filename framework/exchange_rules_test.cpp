@@ -145,6 +145,14 @@ TEST(ExchangeTimes, HoursAndMinutesWithOptionalSeconds) {
   }
 }
 
+TEST(ExchangeAmounts, EditsShowTwoDecimalsOrAsManyAsTheAmountNeeds) {
+  struct Case {
+    std::int64_t raw;
+    int decimals;
+  } cases[] = {{0, 2}, {15000, 2}, {-12345600, 2}, {12345670, 3}, {-12345678, 4}, {1, 4}, {-10, 3}};
+  for (const auto& c : cases) EXPECT_EQ(AmountDisplayDecimals(Amount::FromRaw(c.raw)), c.decimals) << c.raw;
+}
+
 TEST(ErrorRecords, SourceDecidesBetweenDialogAndNestedPage) {
   FLG_OBJECT_ERROR_INFO r;
   struct Case {

@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "base/variant_win.h"
+#include "controls/locale_info.h"
 #include "framework/data_exchange_win.h"
 #include "framework/exchange_internal_win.h"
 #include "framework/exchange_rules.h"
@@ -58,14 +59,8 @@ std::string LocaleText(LCTYPE type, const char* fallback) {
 }
 }  // namespace
 
-NumberFormat UserMoneyFormat() {
-  NumberFormat f;
-  f.decimal = LocaleText(LOCALE_SMONDECIMALSEP, ",");
-  f.thousands = LocaleText(LOCALE_SMONTHOUSANDSEP, "\xA0");
-  f.negativeSign = LocaleText(LOCALE_SNEGATIVESIGN, "-");
-  const std::string grouping = LocaleText(LOCALE_SMONGROUPING, "3;0");
-  f.groupSize = grouping.empty() ? 0 : grouping[0] - '0';
-  return f;
+std::string AmountText(const Amount& value) {
+  return CLocaleInfo::GetTheLocaleInfo().CurrencyToDispText(value, AmountDisplayDecimals(value), nullptr, 0);
 }
 
 std::string UserDecimalSeparator() { return LocaleText(LOCALE_SDECIMAL, ","); }
@@ -166,7 +161,7 @@ std::string VariantDisplayText(const Variant& v) {
     case Variant::Type::Amount: {
       Amount a;
       v.ToAmount(a);
-      return AmountDisplayText(a, exchange::UserMoneyFormat());
+      return exchange::AmountText(a);
     }
     case Variant::Type::Date: {
       DateTime d;
@@ -238,7 +233,7 @@ void DSX_Text(CFlgDataExchange& dx, int id, std::wstring& text) {
 void DLX_Text(CFlgDataExchange& dx, int id, const CY& value) { DLX_Text(dx, id, FromCY(value)); }
 
 void DLX_Text(CFlgDataExchange& dx, int id, const COleCurrency& value) {
-  WriteText(dx, id, AmountDisplayText(value, exchange::UserMoneyFormat()));
+  WriteText(dx, id, exchange::AmountText(value));
 }
 
 void DLX_Text(CFlgDataExchange& dx, int id, const COleDateTime& value) { WriteText(dx, id, DateDisplayText(value)); }

@@ -170,7 +170,7 @@ TEST_F(DialogTest, OpeningRunsTheHooksInOrderAndLoadsTheControls) {
   EXPECT_FALSE(d.IsLoading());
   EXPECT_FALSE(d.IsModified());  // the texts set while loading do not count as changes
   EXPECT_EQ(GetTextA(d.Item(IDC_F_NAME)), "Hurtownia Łódź");
-  EXPECT_EQ(GetTextA(d.Item(IDC_F_LIMIT)), "1\xA0" "500,00");
+  EXPECT_EQ(GetTextA(d.Item(IDC_F_LIMIT)), "1 500,00");
   EXPECT_EQ(GetTextA(d.Item(IDC_F_BRANCH)), "Oddział Kraków");
   // Without help both help buttons say so.
   EXPECT_EQ(GetTextA(d.Item(9)), "Brak pomocy");
