@@ -20,6 +20,7 @@
 #include "base/time_value.h"
 #include "base/variant.h"
 #include "framework/data_exchange.h"
+#include "framework/exchange_field.h"
 
 using CDWordArray = std::vector<std::uint32_t>;
 
@@ -229,3 +230,74 @@ VARION_API void DV_MinMaxSlider(CFlgDataExchange& dx, int ctrlId, int value, int
 // correct check digit ("Nieprawidłowy NIP"). An empty field passes: presence is DV_Required's.
 VARION_API void DV_PoprawnyEmail(CFlgDataExchange& dx, int ctrlId);
 VARION_API void DV_PoprawnyNIP(CFlgDataExchange& dx, int ctrlId);
+
+// Recordset fields ---------------------------------------------------------------------------------
+// Loading takes a field of a read-only recordset's current row (or of an updatable recordset's
+// new row); saving writes into the new row of an updatable recordset. The field's value goes the
+// way a variant goes; a control's text is read as the field's type. A save that records an error
+// leaves the field as it was. A field that does not exist raises ComError kPointer.
+
+using varion::ExchangeField;
+using RecordsetR = const varion::db::Recordset&;
+using RecordsetW = varion::db::UpdatableRecordset&;
+
+VARION_API void DLX_Text(CFlgDataExchange& dx, int ctrlId, const ExchangeField& field);
+VARION_API void DLX_Text(CFlgDataExchange& dx, int ctrlId, RecordsetR rs, const char* field);
+VARION_API void DSX_Text(CFlgDataExchange& dx, int ctrlId, ExchangeField& field);
+VARION_API void DSX_Text(CFlgDataExchange& dx, int ctrlId, RecordsetW rs, const char* field);
+
+VARION_API void DLX_Time(CFlgDataExchange& dx, int ctrlId, RecordsetR rs, const char* field);
+VARION_API void DSX_Time(CFlgDataExchange& dx, int ctrlId, RecordsetW rs, const char* field);
+
+VARION_API void DLX_Check(CFlgDataExchange& dx, int ctrlId, const ExchangeField& field);
+VARION_API void DLX_Check(CFlgDataExchange& dx, int ctrlId, RecordsetR rs, const char* field);
+VARION_API void DSX_Check(CFlgDataExchange& dx, int ctrlId, ExchangeField& field);
+VARION_API void DSX_Check(CFlgDataExchange& dx, int ctrlId, RecordsetW rs, const char* field);
+
+VARION_API void DLX_Radio(CFlgDataExchange& dx, int ctrlId, RecordsetR rs, const char* field);
+VARION_API void DSX_Radio(CFlgDataExchange& dx, int ctrlId, RecordsetW rs, const char* field);
+
+VARION_API void DLX_CBIdent(CFlgDataExchange& dx, int ctrlId, const ExchangeField& field);
+VARION_API void DLX_CBIdent(CFlgDataExchange& dx, int ctrlId, RecordsetR rs, const char* field);
+VARION_API void DSX_CBIdent(CFlgDataExchange& dx, int ctrlId, ExchangeField& field);
+VARION_API void DSX_CBIdent(CFlgDataExchange& dx, int ctrlId, RecordsetW rs, const char* field);
+VARION_API void DLX_CBIndex(CFlgDataExchange& dx, int ctrlId, const ExchangeField& field);
+VARION_API void DLX_CBIndex(CFlgDataExchange& dx, int ctrlId, RecordsetR rs, const char* field);
+VARION_API void DSX_CBIndex(CFlgDataExchange& dx, int ctrlId, ExchangeField& field);
+VARION_API void DSX_CBIndex(CFlgDataExchange& dx, int ctrlId, RecordsetW rs, const char* field);
+VARION_API void DLX_CBString(CFlgDataExchange& dx, int ctrlId, const ExchangeField& field);
+VARION_API void DLX_CBString(CFlgDataExchange& dx, int ctrlId, RecordsetR rs, const char* field);
+VARION_API void DSX_CBString(CFlgDataExchange& dx, int ctrlId, ExchangeField& field);
+VARION_API void DSX_CBString(CFlgDataExchange& dx, int ctrlId, RecordsetW rs, const char* field);
+VARION_API void DLX_CBStringExact(CFlgDataExchange& dx, int ctrlId, RecordsetR rs, const char* field);
+VARION_API void DSX_CBStringExact(CFlgDataExchange& dx, int ctrlId, RecordsetW rs, const char* field);
+VARION_API void DSX_CBStringSelected(CFlgDataExchange& dx, int ctrlId, ExchangeField& field);
+
+VARION_API void DLX_LBIdent(CFlgDataExchange& dx, int ctrlId, const ExchangeField& field);
+VARION_API void DLX_LBIdent(CFlgDataExchange& dx, int ctrlId, RecordsetR rs, const char* field);
+VARION_API void DSX_LBIdent(CFlgDataExchange& dx, int ctrlId, ExchangeField& field);
+VARION_API void DSX_LBIdent(CFlgDataExchange& dx, int ctrlId, RecordsetW rs, const char* field);
+VARION_API void DLX_LBIndex(CFlgDataExchange& dx, int ctrlId, const ExchangeField& field);
+VARION_API void DLX_LBIndex(CFlgDataExchange& dx, int ctrlId, RecordsetR rs, const char* field);
+VARION_API void DSX_LBIndex(CFlgDataExchange& dx, int ctrlId, ExchangeField& field);
+VARION_API void DSX_LBIndex(CFlgDataExchange& dx, int ctrlId, RecordsetW rs, const char* field);
+VARION_API void DLX_LBString(CFlgDataExchange& dx, int ctrlId, const ExchangeField& field);
+VARION_API void DLX_LBString(CFlgDataExchange& dx, int ctrlId, RecordsetR rs, const char* field);
+VARION_API void DSX_LBString(CFlgDataExchange& dx, int ctrlId, ExchangeField& field);
+VARION_API void DSX_LBString(CFlgDataExchange& dx, int ctrlId, RecordsetW rs, const char* field);
+VARION_API void DLX_LBStringExact(CFlgDataExchange& dx, int ctrlId, RecordsetR rs, const char* field);
+VARION_API void DSX_LBStringExact(CFlgDataExchange& dx, int ctrlId, RecordsetW rs, const char* field);
+
+VARION_API void DLX_Scroll(CFlgDataExchange& dx, int ctrlId, RecordsetR rs, const char* field);
+VARION_API void DSX_Scroll(CFlgDataExchange& dx, int ctrlId, RecordsetW rs, const char* field);
+VARION_API void DLX_Slider(CFlgDataExchange& dx, int ctrlId, RecordsetR rs, const char* field);
+VARION_API void DSX_Slider(CFlgDataExchange& dx, int ctrlId, RecordsetW rs, const char* field);
+
+// The account identifier into one field (null without an account) and its text into another.
+VARION_API void DSX_Analityka(CFlgDataExchange& dx, int ctrlId, RecordsetW rs, const char* idField,
+                              const char* textField);
+
+// The field's value as text.
+VARION_API int DSV_MaxChars(CFlgDataExchange& dx, int ctrlId, RecordsetR rs, const char* field, long max);
+VARION_API void DV_MinChars(CFlgDataExchange& dx, int ctrlId, RecordsetR rs, const char* field, long min,
+                            const char* message = nullptr);
