@@ -7,9 +7,11 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/status.h"
 #include "base/text.h"
 #include "db/rt_instance.h"
 #include "framework/exchange_rules.h"
+#include "framework/framework_log.h"
 #include "framework/flg_dialog_gdi_win.h"
 #include "framework/hook_supp_win.h"
 #include "framework/library_module_win.h"
@@ -231,7 +233,37 @@ INT_PTR CALLBACK CFlgDialog::DialogProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) 
     self->m_modalEnded = true;
     return FALSE;
   }
-  return self->HandleMessage(msg, wp, lp);
+  // Nothing throws through a window procedure: a failure in a derived dialog's handler is logged
+  // and shown, and the message counts as handled.
+  try {
+    return self->HandleMessage(msg, wp, lp);
+  } catch (const std::exception& e) {
+    self->ReportFailure(e);
+    return TRUE;
+  }
+}
+
+std::string CFlgDialog::FailureText(const std::exception& e) {
+  if (const auto* com = dynamic_cast<const varion::ComError*>(&e)) return com->Message();
+  return e.what();
+}
+
+void CFlgDialog::ReportFailure(const std::exception& e) {
+  const std::string text = FailureText(e);
+  varion::FrameworkLog("dialog " + m_templateName, text);
+  varion::FrameworkMessageBox(m_hWnd, text, GetCaption(), MB_OK | MB_ICONERROR);
+}
+
+void CFlgDialog::RecordFailure(const std::exception& e) {
+  const std::string text = FailureText(e);
+  varion::FrameworkLog("dialog " + m_templateName, text);
+  // CheckIfEmptyAddErrorAndThrow records its error before it throws.
+  if (m_errors)
+    for (const auto& r : *m_errors)
+      if (r.message == text) return;
+  const auto* com = dynamic_cast<const varion::ComError*>(&e);
+  CFlgDataExchange(*this, false).AddError(0, text.c_str(), GetCaption().c_str(),
+                                          com ? static_cast<std::uint32_t>(com->Code()) : 0u);
 }
 
 bool CFlgDialog::OnCommand(UINT, UINT, HWND) { return false; }
@@ -365,15 +397,26 @@ void CFlgDialog::OnApply() {
 
 bool CFlgDialog::HandleApply() {
   if (!UpdateData(true)) return false;
-  SaveData();
+  try {
+    SaveData();
+  } catch (const std::exception& e) {
+    RecordFailure(e);
+  }
   if (HasErrors()) {
     ShowErrors();
     AddErrorsToToolWnd();
     return false;
   }
   if (m_applyWithoutUpdate) return true;
-  if (!BeforeUpdate()) return false;
-  return OnUpdate() >= 0;
+  try {
+    if (!BeforeUpdate()) return false;
+    return OnUpdate() >= 0;
+  } catch (const std::exception& e) {
+    // A refused update (the database said no) keeps the dialog open with the reason shown.
+    RecordFailure(e);
+    ShowErrors();
+    return false;
+  }
 }
 
 void CFlgDialog::HandleOK() {

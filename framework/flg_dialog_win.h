@@ -11,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -253,6 +254,9 @@ class VARION_API CFlgDialog : public varion::IFlgChildWindow, public varion::IGr
   void SetReadOnlyIn(HWND container, bool readOnly);
   void DrawSphere();
   void SetupSphereMenu();
+  static std::string FailureText(const std::exception& e);
+  void ReportFailure(const std::exception& e);
+  void RecordFailure(const std::exception& e);
 
   std::string m_templateName;
   UINT m_templateId = 0;

@@ -10,6 +10,7 @@
 #include <functional>
 #include <map>
 
+#include "base/status.h"
 #include "base/text.h"
 #include "framework/balloon_tip_win.h"
 #include "framework/data_exchange_win.h"
@@ -259,6 +260,46 @@ TEST_F(DialogTest, ApplySucceedsOnlyAfterACleanSaveAndAnAcceptedUpdate) {
     EXPECT_EQ(d.Count("BeforeUpdate"), c.beforeCalls);
     EXPECT_EQ(d.Count("OnUpdate"), c.updateCalls);
   }
+}
+
+class ThrowingDialog : public FormDialog {
+ public:
+  bool emptyCheck = false;
+  void OnSaveData(CFlgDataExchange& dx) override {
+    FormDialog::OnSaveData(dx);
+    if (emptyCheck) CheckIfEmptyAddErrorAndThrow(dx, IDC_F_NIP);
+  }
+  int OnUpdate() override { throw ComError(kDbError, "Naruszenie ograniczenia UNIQUE", "23000"); }
+  bool OnCommand(UINT id, UINT, HWND) override {
+    if (id == 40200) throw std::runtime_error("handler failed");
+    return false;
+  }
+};
+
+TEST_F(DialogTest, FailuresInsideTheCycleAreShownAndNeverEscapeTheWindowProcedure) {
+  ThrowingDialog d;
+  ASSERT_TRUE(d.Create(nullptr));
+  d.Type(IDC_F_NIP, "1234563218");
+  d.Click(IDOK);  // OnUpdate throws: the dialog stays, the reason is shown
+  ASSERT_TRUE(IsWindow(d.m_hWnd));
+  ASSERT_EQ(m_boxes.calls.size(), 1u);
+  EXPECT_EQ(m_boxes.calls[0].text, "Naruszenie ograniczenia UNIQUE");
+  EXPECT_EQ(m_boxes.calls[0].caption, "Kontrahent");
+  EXPECT_EQ(m_boxes.calls[0].type, static_cast<UINT>(MB_OK | MB_ICONERROR));
+
+  // The empty check records once, though it throws as well.
+  m_boxes.calls.clear();
+  d.emptyCheck = true;
+  d.Type(IDC_F_NIP, "");
+  d.Click(IDOK);
+  EXPECT_EQ(Messages(d), (std::vector<std::string>{"Pole nie może być puste."}));
+  EXPECT_TRUE(m_boxes.calls.empty());
+  EXPECT_EQ(GetFocus(), d.Item(IDC_F_NIP));
+
+  SendMessageW(d.m_hWnd, WM_COMMAND, 40200, 0);
+  ASSERT_EQ(m_boxes.calls.size(), 1u);
+  EXPECT_EQ(m_boxes.calls[0].text, "handler failed");
+  EXPECT_TRUE(IsWindow(d.m_hWnd));
 }
 
 TEST_F(DialogTest, CancelAsksOnlyAboutChangesOfAnEditableDialog) {
