@@ -21,7 +21,7 @@ void BalloonTip::Show(HWND anchor, const std::string& title, const std::string& 
   if (!IsWindow(m_tip) || GetWindow(m_tip, GW_OWNER) != owner) {
     if (IsWindow(m_tip)) DestroyWindow(m_tip);
     m_tip = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
-                            WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP | TTS_BALLOON, CW_USEDEFAULT, CW_USEDEFAULT,
+                            WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP | TTS_BALLOON | TTS_NOANIMATE | TTS_NOFADE, CW_USEDEFAULT, CW_USEDEFAULT,
                             CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr, LibraryModule(), nullptr);
     if (!m_tip) return;
     m_anchor = nullptr;
