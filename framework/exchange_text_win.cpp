@@ -29,7 +29,13 @@ std::string ReadText(const CFlgDataExchange& dx, int ctrlId, int max) {
 }
 
 void WriteText(HWND control, std::string_view text) {
-  if (control) SetWindowTextW(control, text::Cp1250ToWide(text).c_str());
+  if (!control) return;
+  const std::wstring wide = text::Cp1250ToWide(text);
+  // Setting a text repaints the control and notifies its parent; a control that already shows
+  // the text is left alone (reading is far cheaper than writing, and nothing flickers).
+  std::wstring current;
+  VelGetWindowText(control, current);
+  if (current != wide) SetWindowTextW(control, wide.c_str());
 }
 
 void WriteText(const CFlgDataExchange& dx, int ctrlId, std::string_view text) { WriteText(Control(dx, ctrlId), text); }

@@ -3,41 +3,69 @@
 #include <commctrl.h>
 #include <commdlg.h>
 
+#include <mutex>
+#include <shared_mutex>
+#include <unordered_map>
+
 #include "base/text.h"
 #include "framework/private_messages.h"
 
 namespace {
 
-constexpr UINT_PTR kSubclassId = 0x56454C31;  // "VEL1"
 constexpr UINT_PTR kBlinkTimer = 0x7651;
 constexpr UINT_PTR kBalloonTimer = 0x7652;
 constexpr UINT kBlinkMs = 120;
 constexpr int kBlinkToggles = 6;
 constexpr UINT kBalloonMs = 6000;
-// The object of a window is found through this property (the import libraries of some
-// toolchains lack GetWindowSubclass).
-const wchar_t kObjectProp[] = L"VarionControlObject";
+// The object of a window, and the procedure it replaced, in a table of our own: subclassing is
+// done by hand rather than through the common controls' subclass chain, and the object is found
+// without window properties, because both cost a round trip to the window server on every
+// message on some systems (Wine), which doubled the cost of creating a control.
+struct Attached {
+  CVelControlBase* object;
+  WNDPROC oldProc;
+};
+std::shared_mutex g_tableMutex;
+std::unordered_map<HWND, Attached> g_table;
 
+Attached Lookup(HWND h) {
+  std::shared_lock lock(g_tableMutex);
+  auto it = g_table.find(h);
+  return it == g_table.end() ? Attached{nullptr, nullptr} : it->second;
+}
 }  // namespace
 
 CVelControlBase::CVelControlBase(HWND window, bool ownedByWindow) : m_hwnd(window), m_ownedByWindow(ownedByWindow) {
-  SetWindowSubclass(window, SubclassProc, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
-  SetPropW(window, kObjectProp, this);
+  std::unique_lock lock(g_tableMutex);
+  auto [it, fresh] = g_table.try_emplace(window, Attached{this, nullptr});
+  if (fresh)
+    it->second.oldProc =
+        reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(StaticProc)));
+  else
+    it->second.object = this;  // our procedure is still in the window's chain from an earlier object
+  m_oldProc = it->second.oldProc;
 }
 
 CVelControlBase::~CVelControlBase() { Detach(); }
 
 void CVelControlBase::Detach() {
-  if (m_hwnd && IsWindow(m_hwnd)) {
-    RemoveWindowSubclass(m_hwnd, SubclassProc, kSubclassId);
-    RemovePropW(m_hwnd, kObjectProp);
+  if (!m_hwnd) return;
+  std::unique_lock lock(g_tableMutex);
+  auto it = g_table.find(m_hwnd);
+  if (it != g_table.end() && it->second.object == this) {
+    // Give the window its procedure back when nobody subclassed it after us; otherwise our
+    // procedure stays in the chain and passes everything on.
+    if (IsWindow(m_hwnd) && reinterpret_cast<WNDPROC>(GetWindowLongPtrW(m_hwnd, GWLP_WNDPROC)) == StaticProc) {
+      SetWindowLongPtrW(m_hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_oldProc));
+      g_table.erase(it);
+    } else {
+      it->second.object = nullptr;
+    }
   }
   m_hwnd = nullptr;
 }
 
-CVelControlBase* CVelControlBase::FromHandle(HWND window) {
-  return window ? static_cast<CVelControlBase*>(GetPropW(window, kObjectProp)) : nullptr;
-}
+CVelControlBase* CVelControlBase::FromHandle(HWND window) { return window ? Lookup(window).object : nullptr; }
 
 HBRUSH CVelControlBase::FaultyBrush() {
   // One brush for the life of the process; the system frees it with the process.
@@ -45,18 +73,24 @@ HBRUSH CVelControlBase::FaultyBrush() {
   return brush;
 }
 
-LRESULT CALLBACK CVelControlBase::SubclassProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR ref) {
-  auto* self = reinterpret_cast<CVelControlBase*>(ref);
+LRESULT CALLBACK CVelControlBase::StaticProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
+  const Attached a = Lookup(h);
   if (msg == WM_NCDESTROY) {
-    LRESULT r = DefSubclassProc(h, msg, wp, lp);
-    self->Detach();
-    if (self->m_ownedByWindow) delete self;
-    return r;
+    {
+      std::unique_lock lock(g_tableMutex);
+      g_table.erase(h);
+    }
+    if (a.object) {
+      a.object->m_hwnd = nullptr;
+      if (a.object->m_ownedByWindow) delete a.object;
+    }
+    return a.oldProc ? CallWindowProcW(a.oldProc, h, msg, wp, lp) : DefWindowProcW(h, msg, wp, lp);
   }
-  return self->WindowProc(msg, wp, lp);
+  if (!a.object) return a.oldProc ? CallWindowProcW(a.oldProc, h, msg, wp, lp) : DefWindowProcW(h, msg, wp, lp);
+  return a.object->WindowProc(msg, wp, lp);
 }
 
-LRESULT CVelControlBase::Default(UINT msg, WPARAM wp, LPARAM lp) { return DefSubclassProc(m_hwnd, msg, wp, lp); }
+LRESULT CVelControlBase::Default(UINT msg, WPARAM wp, LPARAM lp) { return CallWindowProcW(m_oldProc, m_hwnd, msg, wp, lp); }
 
 LRESULT CVelControlBase::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
   if (msg == varion::MsgMarkFaulty()) {

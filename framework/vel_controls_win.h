@@ -50,10 +50,11 @@ class VARION_API CVelControlBase {
   void DrawFrame();
 
  private:
-  static LRESULT CALLBACK SubclassProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+  static LRESULT CALLBACK StaticProc(HWND, UINT, WPARAM, LPARAM);
   void Detach();
 
   HWND m_hwnd;
+  WNDPROC m_oldProc = nullptr;
   bool m_ownedByWindow;
   bool m_faulty = false;
   int m_blinkLeft = 0;
