@@ -571,7 +571,7 @@ TEST_F(ExchangeTest, RangeChecksIncludeBothBoundsAndWriteThemInTheirFormats) {
                         }));
 }
 
-TEST_F(ExchangeTest, OnlyTheEmptyCheckThrowsAndANullListDropsFailures) {
+TEST_F(ExchangeTest, OnlyTheEmptyCheckThrowsAndANullListDropsEverything) {
   Type(IDC_X_EDIT, "");
   try {
     CheckIfEmptyAddErrorAndThrow(Dx(), IDC_X_EDIT);

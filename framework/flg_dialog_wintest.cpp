@@ -276,7 +276,7 @@ class ThrowingDialog : public FormDialog {
   }
 };
 
-TEST_F(DialogTest, FailuresInsideTheCycleAreShownAndNeverEscapeTheWindowProcedure) {
+TEST_F(DialogTest, ThrownErrorsInsideTheCycleAreShownAndNeverEscapeTheWindowProcedure) {
   ThrowingDialog d;
   ASSERT_TRUE(d.Create(nullptr));
   d.Type(IDC_F_NIP, "1234563218");
@@ -428,7 +428,7 @@ TEST_F(DialogTest, ModalContinueRefreshesAndKeepsTheWindow) {
   EXPECT_EQ(once.Count("OnRefreshModalContinueDlg"), 0);
 }
 
-TEST_F(DialogTest, ReadOnlyMakesEditsReadOnlyDisablesTheRestAndLeavesTheExceptions) {
+TEST_F(DialogTest, ReadOnlyMakesEditsReadOnlyDisablesTheRestAndSparesTheNamedControls) {
   FormDialog d;
   d.SetReadOnly(true);
   d.AddCtrlNoDisable(IDCANCEL);
