@@ -21,8 +21,9 @@ void BalloonTip::Show(HWND anchor, const std::string& title, const std::string& 
   if (!IsWindow(m_tip) || GetWindow(m_tip, GW_OWNER) != owner) {
     if (IsWindow(m_tip)) DestroyWindow(m_tip);
     m_tip = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
-                            WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP | TTS_BALLOON | TTS_NOANIMATE | TTS_NOFADE, CW_USEDEFAULT, CW_USEDEFAULT,
-                            CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr, LibraryModule(), nullptr);
+                            WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP | TTS_BALLOON | TTS_NOANIMATE | TTS_NOFADE,
+                            CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr, LibraryModule(),
+                            nullptr);
     if (!m_tip) return;
     m_anchor = nullptr;
   }
@@ -89,10 +90,14 @@ void CALLBACK TipTimer(HWND, UINT, UINT_PTR timer, DWORD) {
 
 int TipIconFromStyle(UINT style) {
   switch (style & MB_ICONMASK) {
-    case MB_ICONERROR: return TTI_ERROR;
-    case MB_ICONWARNING: return TTI_WARNING;
-    case MB_ICONINFORMATION: return TTI_INFO;
-    default: return TTI_NONE;
+    case MB_ICONERROR:
+      return TTI_ERROR;
+    case MB_ICONWARNING:
+      return TTI_WARNING;
+    case MB_ICONINFORMATION:
+      return TTI_INFO;
+    default:
+      return TTI_NONE;
   }
 }
 

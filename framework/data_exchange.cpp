@@ -1,11 +1,8 @@
 #include "framework/data_exchange.h"
 
-void CFlgDataExchange::AddError(std::uint32_t ctrlId, const char* message) {
-  AddError(ctrlId, message, nullptr, 0);
-}
+void CFlgDataExchange::AddError(std::uint32_t ctrlId, const char* message) { AddError(ctrlId, message, nullptr, 0); }
 
-void CFlgDataExchange::AddError(std::uint32_t ctrlId, const char* message, const char* secondText,
-                                std::uint32_t code) {
+void CFlgDataExchange::AddError(std::uint32_t ctrlId, const char* message, const char* secondText, std::uint32_t code) {
   if (!m_errors) return;
   FLG_OBJECT_ERROR_INFO record;
   record.ctrlId = ctrlId;

@@ -50,8 +50,7 @@ class VARION_API CFlgDataExchange {
   void AddError(HWND control, unsigned int messageId);
   // The message is taken from the failing call's error information: through the instance when
   // one is given, else from the object's own error information.
-  void AddErrorFromHR(std::uint32_t ctrlId, long hr, IFlgInstance* instance, IUnknown* failing,
-                      const _GUID& iid);
+  void AddErrorFromHR(std::uint32_t ctrlId, long hr, IFlgInstance* instance, IUnknown* failing, const _GUID& iid);
 #endif
 
   std::size_t GetCount() const { return m_errors ? m_errors->GetCount() : 0; }

@@ -219,8 +219,7 @@ VARION_API void DV_MinMaxByte(CFlgDataExchange& dx, int ctrlId, unsigned char va
                               unsigned char max);
 VARION_API void DV_MinMaxShort(CFlgDataExchange& dx, int ctrlId, short value, short min, short max);
 VARION_API void DV_MinMaxInt(CFlgDataExchange& dx, int ctrlId, int value, int min, int max);
-VARION_API void DV_MinMaxUInt(CFlgDataExchange& dx, int ctrlId, unsigned int value, unsigned int min,
-                              unsigned int max);
+VARION_API void DV_MinMaxUInt(CFlgDataExchange& dx, int ctrlId, unsigned int value, unsigned int min, unsigned int max);
 VARION_API void DV_MinMaxDWord(CFlgDataExchange& dx, int ctrlId, unsigned long value, unsigned long min,
                                unsigned long max);
 VARION_API void DV_MinMaxLong(CFlgDataExchange& dx, int ctrlId, long value, long min, long max);

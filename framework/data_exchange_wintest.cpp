@@ -58,7 +58,8 @@ TEST_F(ExchangeTest, IntegersLoadInTheirFormatAndSaveOnlyWholeNumbersOfTheirType
   struct Case {
     const char* typed;
     const char* message;  // nullptr: saved
-  } ucharCases[] = {{"255", nullptr}, {"256", "Proszę wprowadzić liczbę całkowitą z przedziału 0 i 255."},
+  } ucharCases[] = {{"255", nullptr},
+                    {"256", "Proszę wprowadzić liczbę całkowitą z przedziału 0 i 255."},
                     {"-1", "Proszę wprowadzić liczbę całkowitą z przedziału 0 i 255."}};
   for (const auto& c : ucharCases) {
     SCOPED_TRACE(c.typed);
@@ -152,8 +153,15 @@ TEST_F(ExchangeTest, AmountsShowInTheUsersFormAndParseWithTheSystemParser) {
     const char* typed;
     bool ok;
     std::int64_t raw;
-  } cases[] = {{"-1\xA0" "234\xA0" "567,89", true, -12345678900}, {"1 234,5", true, 12345000},
-               {"12,3456", true, 123456}, {"12.5", false, 0}, {"abc", false, 0}, {"", false, 0},
+  } cases[] = {{"-1\xA0"
+                "234\xA0"
+                "567,89",
+                true, -12345678900},
+               {"1 234,5", true, 12345000},
+               {"12,3456", true, 123456},
+               {"12.5", false, 0},
+               {"abc", false, 0},
+               {"", false, 0},
                {"922337203685478", false, 0}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.typed);
@@ -498,7 +506,7 @@ TEST_F(ExchangeTest, ChecksRecordTheirMessages) {
   Type(IDC_X_EDIT, "ab");
   DV_Required(Dx(), IDC_X_EDIT);  // passes
   DV_MinChars(Dx(), IDC_X_EDIT, 3, static_cast<UINT>(IDS_TEST_MINCHARS));
-  DV_MinChars(Dx(), IDC_X_EDIT, 3, static_cast<UINT>(9999));  // no such string: the standard text
+  DV_MinChars(Dx(), IDC_X_EDIT, 3, static_cast<UINT>(9999));               // no such string: the standard text
   DV_MinChars(Dx(), IDC_X_EDIT, 2, static_cast<UINT>(IDS_TEST_MINCHARS));  // passes
   DV_MinChars(Dx(), IDC_X_EDIT, std::string("abcd"), 5);
   Type(IDC_X_EDIT, "Żółw");  // four letters, four bytes in code page 1250

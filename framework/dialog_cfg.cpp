@@ -29,8 +29,9 @@ void ReadExact(db::ByteStream& s, void* buffer, std::size_t size) {
 std::optional<DialogCfgRecord> DbDialogCfgFactory::LoadDialogCfg(std::string_view section, std::int32_t user,
                                                                  std::int32_t service) {
   db::Recordset rs = m_connection
-                         .Prepare("SELECT vwcg_Data, vwcg_FiltersData FROM vw_KonfiguracjaDialogu "
-                                  "WHERE vwcg_Section = ? AND vwcg_User = ? AND vwcg_Service = ?")
+                         .Prepare(
+                             "SELECT vwcg_Data, vwcg_FiltersData FROM vw_KonfiguracjaDialogu "
+                             "WHERE vwcg_Section = ? AND vwcg_User = ? AND vwcg_Service = ?")
                          .Bind(1, Variant(std::string(section)))
                          .Bind(2, Variant(user))
                          .Bind(3, Variant(service))
@@ -110,8 +111,8 @@ bool LoadDialogCfg(IFlgDataFactory& factory, std::string_view section, std::int3
       if (reader) reader(stream);
       return true;
     } catch (const std::exception& e) {
-      FrameworkLog(kArea, std::string(which) + " of " + std::string(section) + " is damaged; ignored (" + e.what() +
-                              ")");
+      FrameworkLog(kArea,
+                   std::string(which) + " of " + std::string(section) + " is damaged; ignored (" + e.what() + ")");
       return false;
     }
   };

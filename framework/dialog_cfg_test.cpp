@@ -42,9 +42,7 @@ DialogCfgStreams Readers(Settings& s) {
 
 class DialogCfgDbTest : public ::testing::TestWithParam<std::string> {
  protected:
-  DialogCfgDbTest() : m_db(GetParam()), m_conn(m_db.Connect()), m_factory(m_conn) {
-    db::schema::CreateSchema(m_conn);
-  }
+  DialogCfgDbTest() : m_db(GetParam()), m_conn(m_db.Connect()), m_factory(m_conn) { db::schema::CreateSchema(m_conn); }
   testing::TestDatabase m_db;
   db::Connection m_conn;
   DbDialogCfgFactory m_factory;

@@ -24,9 +24,10 @@ bool CErrorsWnd::Create(HWND owner, int width, int height) {
     wc.lpszClassName = kClass;
     RegisterClassW(&wc);
   }
-  m_hwnd = CreateWindowExW(WS_EX_TOOLWINDOW, kClass, varion::text::Cp1250ToWide(varion::msg::kErrorsWindowTitle).c_str(),
-                           WS_POPUP | WS_CAPTION | WS_THICKFRAME | WS_SYSMENU, 0, 0, width, height, owner, nullptr,
-                           varion::LibraryModule(), this);
+  m_hwnd =
+      CreateWindowExW(WS_EX_TOOLWINDOW, kClass, varion::text::Cp1250ToWide(varion::msg::kErrorsWindowTitle).c_str(),
+                      WS_POPUP | WS_CAPTION | WS_THICKFRAME | WS_SYSMENU, 0, 0, width, height, owner, nullptr,
+                      varion::LibraryModule(), this);
   return m_hwnd != nullptr;
 }
 

@@ -76,10 +76,10 @@ struct ListMessages {
   UINT getItemData, getCount, setCurSel, getCurSel, selectString, findStringExact, getText, getTextLen;
   LRESULT error;
 };
-constexpr ListMessages kCombo{CB_GETITEMDATA,  CB_GETCOUNT,        CB_SETCURSEL, CB_GETCURSEL, CB_SELECTSTRING,
+constexpr ListMessages kCombo{CB_GETITEMDATA,     CB_GETCOUNT,  CB_SETCURSEL,    CB_GETCURSEL, CB_SELECTSTRING,
                               CB_FINDSTRINGEXACT, CB_GETLBTEXT, CB_GETLBTEXTLEN, CB_ERR};
-constexpr ListMessages kList{LB_GETITEMDATA,  LB_GETCOUNT,        LB_SETCURSEL, LB_GETCURSEL, LB_SELECTSTRING,
-                             LB_FINDSTRINGEXACT, LB_GETTEXT, LB_GETTEXTLEN, LB_ERR};
+constexpr ListMessages kList{LB_GETITEMDATA,     LB_GETCOUNT, LB_SETCURSEL,  LB_GETCURSEL, LB_SELECTSTRING,
+                             LB_FINDSTRINGEXACT, LB_GETTEXT,  LB_GETTEXTLEN, LB_ERR};
 
 void SelectIdent(const ListMessages& m, HWND h, long ident) {
   const LRESULT count = SendMessageW(h, m.getCount, 0, 0);
@@ -350,7 +350,8 @@ void CheckedItems(CFlgDataExchange& dx, int id, CDWordArray& out, bool idents) {
   if (!h) return;
   const int count = static_cast<int>(SendMessageW(h, LVM_GETITEMCOUNT, 0, 0));
   for (int i = 0; i < count; ++i) {
-    const UINT state = static_cast<UINT>(SendMessageW(h, LVM_GETITEMSTATE, static_cast<WPARAM>(i), LVIS_STATEIMAGEMASK));
+    const UINT state =
+        static_cast<UINT>(SendMessageW(h, LVM_GETITEMSTATE, static_cast<WPARAM>(i), LVIS_STATEIMAGEMASK));
     if ((state >> 12) != 2) continue;  // state image 2 is the checked box
     if (!idents) {
       out.push_back(static_cast<std::uint32_t>(i));
@@ -368,7 +369,8 @@ void CheckedItems(CFlgDataExchange& dx, int id, CDWordArray& out, bool idents) {
 void DSX_CLBIdent(CFlgDataExchange& dx, int id, CDWordArray& idents) { CheckedItems(dx, id, idents, true); }
 void DSX_CLBIndex(CFlgDataExchange& dx, int id, CDWordArray& indexes) { CheckedItems(dx, id, indexes, false); }
 
-// Scroll bars and sliders ----------------------------------------------------------------------------------------------
+// Scroll bars and sliders
+// ----------------------------------------------------------------------------------------------
 
 void DLX_Scroll(CFlgDataExchange& dx, int id, int position) {
   if (HWND h = Control(dx, id)) SetScrollPos(h, SB_CTL, position, TRUE);
@@ -383,7 +385,8 @@ void DSX_Slider(CFlgDataExchange& dx, int id, int& position) {
   if (HWND h = Control(dx, id)) position = static_cast<int>(SendMessageW(h, TBM_GETPOS, 0, 0));
 }
 
-// Time ------------------------------------------------------------------------------------------------------------------
+// Time
+// ------------------------------------------------------------------------------------------------------------------
 
 void DLX_Time(CFlgDataExchange& dx, int id, long secondsOfDay) {
   HWND h = Control(dx, id);

@@ -52,8 +52,10 @@ void DSX_Time(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
   SaveInto(dx, field, [&](Variant& v) {
     COleDateTime d = DateTime::Invalid();
     DSX_Time(dx, id, d);
-    if (d.IsNull()) v = Variant::MakeNull();
-    else if (d.IsValid()) v = Variant(d);
+    if (d.IsNull())
+      v = Variant::MakeNull();
+    else if (d.IsValid())
+      v = Variant(d);
   });
 }
 
@@ -73,7 +75,9 @@ void DSX_Check(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
   DSX_Check(dx, id, field);
 }
 
-void DLX_Radio(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) { DLX_Radio(dx, id, ExchangeField(rs, f).Value()); }
+void DLX_Radio(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
+  DLX_Radio(dx, id, ExchangeField(rs, f).Value());
+}
 void DSX_Radio(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
   ExchangeField field(rs, f);
   SaveInto(dx, field, [&](Variant& v) { DSX_Radio(dx, id, v); });
@@ -82,7 +86,9 @@ void DSX_Radio(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
 // Combo and list boxes ------------------------------------------------------------------------------------
 
 void DLX_CBIdent(CFlgDataExchange& dx, int id, const ExchangeField& f) { DLX_CBIdent(dx, id, f.Value()); }
-void DLX_CBIdent(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) { DLX_CBIdent(dx, id, ExchangeField(rs, f)); }
+void DLX_CBIdent(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
+  DLX_CBIdent(dx, id, ExchangeField(rs, f));
+}
 void DSX_CBIdent(CFlgDataExchange& dx, int id, ExchangeField& f) {
   SaveInto(dx, f, [&](Variant& v) { DSX_CBIdent(dx, id, v); });
 }
@@ -91,7 +97,9 @@ void DSX_CBIdent(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
   DSX_CBIdent(dx, id, field);
 }
 void DLX_CBIndex(CFlgDataExchange& dx, int id, const ExchangeField& f) { DLX_CBIndex(dx, id, IntOf(f.Value(), -1)); }
-void DLX_CBIndex(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) { DLX_CBIndex(dx, id, ExchangeField(rs, f)); }
+void DLX_CBIndex(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
+  DLX_CBIndex(dx, id, ExchangeField(rs, f));
+}
 void DSX_CBIndex(CFlgDataExchange& dx, int id, ExchangeField& f) {
   SaveInto(dx, f, [&](Variant& v) {
     int index = -1;
@@ -104,7 +112,9 @@ void DSX_CBIndex(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
   DSX_CBIndex(dx, id, field);
 }
 void DLX_CBString(CFlgDataExchange& dx, int id, const ExchangeField& f) { DLX_CBString(dx, id, TextOf(f.Value())); }
-void DLX_CBString(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) { DLX_CBString(dx, id, ExchangeField(rs, f)); }
+void DLX_CBString(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
+  DLX_CBString(dx, id, ExchangeField(rs, f));
+}
 void DSX_CBString(CFlgDataExchange& dx, int id, ExchangeField& f) {
   SaveInto(dx, f, [&](Variant& v) {
     std::string text;
@@ -129,7 +139,9 @@ void DSX_CBStringSelected(CFlgDataExchange& dx, int id, ExchangeField& f) {
 }
 
 void DLX_LBIdent(CFlgDataExchange& dx, int id, const ExchangeField& f) { DLX_LBIdent(dx, id, f.Value()); }
-void DLX_LBIdent(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) { DLX_LBIdent(dx, id, ExchangeField(rs, f)); }
+void DLX_LBIdent(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
+  DLX_LBIdent(dx, id, ExchangeField(rs, f));
+}
 void DSX_LBIdent(CFlgDataExchange& dx, int id, ExchangeField& f) {
   SaveInto(dx, f, [&](Variant& v) { DSX_LBIdent(dx, id, v); });
 }
@@ -138,7 +150,9 @@ void DSX_LBIdent(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
   DSX_LBIdent(dx, id, field);
 }
 void DLX_LBIndex(CFlgDataExchange& dx, int id, const ExchangeField& f) { DLX_LBIndex(dx, id, IntOf(f.Value(), -1)); }
-void DLX_LBIndex(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) { DLX_LBIndex(dx, id, ExchangeField(rs, f)); }
+void DLX_LBIndex(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
+  DLX_LBIndex(dx, id, ExchangeField(rs, f));
+}
 void DSX_LBIndex(CFlgDataExchange& dx, int id, ExchangeField& f) {
   SaveInto(dx, f, [&](Variant& v) {
     int index = -1;
@@ -151,7 +165,9 @@ void DSX_LBIndex(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
   DSX_LBIndex(dx, id, field);
 }
 void DLX_LBString(CFlgDataExchange& dx, int id, const ExchangeField& f) { DLX_LBString(dx, id, TextOf(f.Value())); }
-void DLX_LBString(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) { DLX_LBString(dx, id, ExchangeField(rs, f)); }
+void DLX_LBString(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
+  DLX_LBString(dx, id, ExchangeField(rs, f));
+}
 void DSX_LBString(CFlgDataExchange& dx, int id, ExchangeField& f) {
   SaveInto(dx, f, [&](Variant& v) {
     std::string text;
@@ -170,7 +186,9 @@ void DSX_LBStringExact(CFlgDataExchange& dx, int id, RecordsetW rs, const char* 
 
 // Positions ------------------------------------------------------------------------------------------------
 
-void DLX_Scroll(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) { DLX_Scroll(dx, id, IntOf(ExchangeField(rs, f).Value(), 0)); }
+void DLX_Scroll(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
+  DLX_Scroll(dx, id, IntOf(ExchangeField(rs, f).Value(), 0));
+}
 void DSX_Scroll(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
   ExchangeField field(rs, f);
   SaveInto(dx, field, [&](Variant& v) {
@@ -179,7 +197,9 @@ void DSX_Scroll(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
     v = Variant(static_cast<std::int32_t>(position));
   });
 }
-void DLX_Slider(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) { DLX_Slider(dx, id, IntOf(ExchangeField(rs, f).Value(), 0)); }
+void DLX_Slider(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
+  DLX_Slider(dx, id, IntOf(ExchangeField(rs, f).Value(), 0));
+}
 void DSX_Slider(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
   ExchangeField field(rs, f);
   SaveInto(dx, field, [&](Variant& v) {

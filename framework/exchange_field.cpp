@@ -18,13 +18,20 @@ db::FieldType TypeOf(const db::Recordset& rs, std::string_view name) {
 
 std::uint16_t VariantTypeOf(db::FieldType type) {
   switch (type) {
-    case db::FieldType::Integer: return kVtI4;
-    case db::FieldType::BigInt: return kVtI8;
-    case db::FieldType::Double: return kVtR8;
-    case db::FieldType::Amount: return kVtCy;
-    case db::FieldType::Date: return kVtDate;
-    case db::FieldType::Bool: return kVtBool;
-    default: return kVtBstr;
+    case db::FieldType::Integer:
+      return kVtI4;
+    case db::FieldType::BigInt:
+      return kVtI8;
+    case db::FieldType::Double:
+      return kVtR8;
+    case db::FieldType::Amount:
+      return kVtCy;
+    case db::FieldType::Date:
+      return kVtDate;
+    case db::FieldType::Bool:
+      return kVtBool;
+    default:
+      return kVtBstr;
   }
 }
 

@@ -14,21 +14,28 @@ bool IsSignedKind(IntKind kind) { return kind == IntKind::Short || kind == IntKi
 
 std::int64_t IntKindMin(IntKind kind) {
   switch (kind) {
-    case IntKind::Short: return std::numeric_limits<std::int16_t>::min();
+    case IntKind::Short:
+      return std::numeric_limits<std::int16_t>::min();
     case IntKind::Int:
-    case IntKind::Long: return std::numeric_limits<std::int32_t>::min();
-    default: return 0;
+    case IntKind::Long:
+      return std::numeric_limits<std::int32_t>::min();
+    default:
+      return 0;
   }
 }
 
 std::int64_t IntKindMax(IntKind kind) {
   switch (kind) {
-    case IntKind::UChar: return 255;
-    case IntKind::Short: return std::numeric_limits<std::int16_t>::max();
+    case IntKind::UChar:
+      return 255;
+    case IntKind::Short:
+      return std::numeric_limits<std::int16_t>::max();
     case IntKind::Int:
-    case IntKind::Long: return std::numeric_limits<std::int32_t>::max();
+    case IntKind::Long:
+      return std::numeric_limits<std::int32_t>::max();
     case IntKind::UInt:
-    case IntKind::ULong: return std::numeric_limits<std::uint32_t>::max();
+    case IntKind::ULong:
+      return std::numeric_limits<std::uint32_t>::max();
   }
   return 0;
 }
@@ -37,10 +44,18 @@ std::string FormatExchangeInt(IntKind kind, std::int64_t value) {
   char buf[32];
   switch (kind) {
     case IntKind::UChar:
-    case IntKind::UInt: std::snprintf(buf, sizeof buf, "%u", static_cast<unsigned>(value)); break;
-    case IntKind::Short: std::snprintf(buf, sizeof buf, "%hd", static_cast<short>(value)); break;
-    case IntKind::Int: std::snprintf(buf, sizeof buf, "%d", static_cast<int>(value)); break;
-    case IntKind::Long: std::snprintf(buf, sizeof buf, "%ld", static_cast<long>(static_cast<std::int32_t>(value))); break;
+    case IntKind::UInt:
+      std::snprintf(buf, sizeof buf, "%u", static_cast<unsigned>(value));
+      break;
+    case IntKind::Short:
+      std::snprintf(buf, sizeof buf, "%hd", static_cast<short>(value));
+      break;
+    case IntKind::Int:
+      std::snprintf(buf, sizeof buf, "%d", static_cast<int>(value));
+      break;
+    case IntKind::Long:
+      std::snprintf(buf, sizeof buf, "%ld", static_cast<long>(static_cast<std::int32_t>(value)));
+      break;
     case IntKind::ULong:
       std::snprintf(buf, sizeof buf, "%lu", static_cast<unsigned long>(static_cast<std::uint32_t>(value)));
       break;
@@ -74,10 +89,13 @@ bool ParseExchangeInt(std::string_view text, IntKind kind, std::int64_t& value) 
 
 const char* IntKindMessage(IntKind kind) {
   switch (kind) {
-    case IntKind::UChar: return msg::kByte;
+    case IntKind::UChar:
+      return msg::kByte;
     case IntKind::UInt:
-    case IntKind::ULong: return msg::kPositiveInteger;
-    default: return msg::kInteger;
+    case IntKind::ULong:
+      return msg::kPositiveInteger;
+    default:
+      return msg::kInteger;
   }
 }
 
@@ -91,11 +109,15 @@ std::string RangeMessage(BoundFormat format, std::int64_t min, std::int64_t max)
   auto bound = [format](std::int64_t v) {
     char buf[32];
     switch (format) {
-      case BoundFormat::Unsigned: std::snprintf(buf, sizeof buf, "%u", static_cast<unsigned>(v)); break;
+      case BoundFormat::Unsigned:
+        std::snprintf(buf, sizeof buf, "%u", static_cast<unsigned>(v));
+        break;
       case BoundFormat::UnsignedLong:
         std::snprintf(buf, sizeof buf, "%lu", static_cast<unsigned long>(static_cast<std::uint32_t>(v)));
         break;
-      case BoundFormat::SignedLong: std::snprintf(buf, sizeof buf, "%ld", static_cast<long>(v)); break;
+      case BoundFormat::SignedLong:
+        std::snprintf(buf, sizeof buf, "%ld", static_cast<long>(v));
+        break;
     }
     return std::string(buf);
   };

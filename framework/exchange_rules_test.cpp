@@ -72,8 +72,7 @@ TEST(ExchangeInt, EachKindHasItsMessage) {
 }
 
 TEST(ExchangeMessages, BoundsAndCountsAreWrittenInto) {
-  EXPECT_EQ(RangeMessage(BoundFormat::SignedLong, -5, 10),
-            "Proszę wprowadzić liczbę całkowitą z przedziału -5 i 10.");
+  EXPECT_EQ(RangeMessage(BoundFormat::SignedLong, -5, 10), "Proszę wprowadzić liczbę całkowitą z przedziału -5 i 10.");
   EXPECT_EQ(RangeMessage(BoundFormat::UnsignedLong, 0, 4294967295LL),
             "Proszę wprowadzić liczbę całkowitą z przedziału 0 i 4294967295.");
   EXPECT_EQ(RangeMessage(BoundFormat::Unsigned, 1, 255), "Proszę wprowadzić liczbę całkowitą z przedziału 1 i 255.");
@@ -131,9 +130,21 @@ TEST(ExchangeTimes, HoursAndMinutesWithOptionalSeconds) {
     const char* text;
     int seconds;  // -1: refused
   } cases[] = {
-      {"7:05", 7 * 3600 + 5 * 60}, {"07:05", 7 * 3600 + 5 * 60}, {" 23:59:59 ", 86399}, {"00:00", 0},
-      {"24:00", -1}, {"12:60", -1}, {"12:30:60", -1}, {"12:5", -1}, {"123:00", -1}, {"12", -1},
-      {"12:30:", -1}, {"12:30:15:01", -1}, {"", -1}, {"12.30", -1}, {"-1:00", -1},
+      {"7:05", 7 * 3600 + 5 * 60},
+      {"07:05", 7 * 3600 + 5 * 60},
+      {" 23:59:59 ", 86399},
+      {"00:00", 0},
+      {"24:00", -1},
+      {"12:60", -1},
+      {"12:30:60", -1},
+      {"12:5", -1},
+      {"123:00", -1},
+      {"12", -1},
+      {"12:30:", -1},
+      {"12:30:15:01", -1},
+      {"", -1},
+      {"12.30", -1},
+      {"-1:00", -1},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.text);
@@ -160,8 +171,8 @@ TEST(ErrorRecords, SourceDecidesBetweenDialogAndNestedPage) {
     std::uint32_t ctrlId;
     bool own, dialogLevel;
   } cases[] = {
-      {nullptr, 0, true, true},   {"", 0, true, true},          {"#200", 0, true, true},
-      {"#200", 5, true, false},   {"#201", 0, false, false},    {"#201", 5, false, false},
+      {nullptr, 0, true, true}, {"", 0, true, true},       {"#200", 0, true, true},
+      {"#200", 5, true, false}, {"#201", 0, false, false}, {"#201", 5, false, false},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(::testing::Message() << (c.source ? c.source : "null") << " " << c.ctrlId);

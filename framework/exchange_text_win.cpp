@@ -163,7 +163,8 @@ std::string VariantDisplayText(const Variant& v) {
   switch (v.GetType()) {
     case Variant::Type::Empty:
     case Variant::Type::Null:
-    case Variant::Type::Binary: return {};
+    case Variant::Type::Binary:
+      return {};
     case Variant::Type::Amount: {
       Amount a;
       v.ToAmount(a);
@@ -184,7 +185,8 @@ std::string VariantDisplayText(const Variant& v) {
       v.ToBool(b);
       return b ? "1" : "0";
     }
-    default: return v.AsText();
+    default:
+      return v.AsText();
   }
 }
 
@@ -287,12 +289,16 @@ void DSX_Text(CFlgDataExchange& dx, int id, _variant_t& value, VARTYPE type) {
     value = IntKindMax(kind) > INT32_MAX ? Variant(v) : Variant(static_cast<std::int32_t>(v));
   };
   switch (type) {
-    case VT_I2: return asInt(IntKind::Short);
+    case VT_I2:
+      return asInt(IntKind::Short);
     case VT_I4:
-    case VT_INT: return asInt(IntKind::Int);
-    case VT_UI1: return asInt(IntKind::UChar);
+    case VT_INT:
+      return asInt(IntKind::Int);
+    case VT_UI1:
+      return asInt(IntKind::UChar);
     case VT_UI4:
-    case VT_UINT: return asInt(IntKind::ULong);
+    case VT_UINT:
+      return asInt(IntKind::ULong);
     case VT_I8: {
       std::wstring w = text::Cp1250ToWide(text);
       LONG64 v = 0;
@@ -325,6 +331,7 @@ void DSX_Text(CFlgDataExchange& dx, int id, _variant_t& value, VARTYPE type) {
       value = Variant(v != 0);
       return;
     }
-    default: value = Variant(text);
+    default:
+      value = Variant(text);
   }
 }

@@ -13,16 +13,16 @@ TEST(FlexLayout, FactorsMoveEdgesByTheirShareOfTheGrowth) {
     int newW, newH;
     FlexRect expected;
   } cases[] = {
-      {0, 0, 0, 0, 500, 400, base},                        // stays
-      {0, 1, 0, 0, 500, 400, {10, 20, 210, 40}},           // stretches right with the width
-      {1, 1, 0, 0, 500, 400, {110, 20, 210, 40}},          // moves with the right edge
-      {0, 0, 1, 1, 500, 400, {10, 120, 110, 140}},         // moves down
-      {0, 0, 0, 1, 500, 400, {10, 20, 110, 140}},          // grows downwards
-      {0.5, 0.5, 0.5, 0.5, 501, 301, {61, 21, 161, 41}},   // 50.5 and 0.5 round away from zero
-      {0.5, 1, 0, 0, 403, 300, {12, 20, 113, 40}},         // 1.5 rounds to 2
-      {0, 1, 0, 1, 300, 250, base},                        // smaller than the base: no shrinking
-      {0, 1, 0, 1, 200, 500, {10, 20, 110, 240}},          // narrower but taller: height only
-      {0.33, 0.66, 0, 0, 700, 300, {109, 20, 308, 40}},    // 99 and 198
+      {0, 0, 0, 0, 500, 400, base},                       // stays
+      {0, 1, 0, 0, 500, 400, {10, 20, 210, 40}},          // stretches right with the width
+      {1, 1, 0, 0, 500, 400, {110, 20, 210, 40}},         // moves with the right edge
+      {0, 0, 1, 1, 500, 400, {10, 120, 110, 140}},        // moves down
+      {0, 0, 0, 1, 500, 400, {10, 20, 110, 140}},         // grows downwards
+      {0.5, 0.5, 0.5, 0.5, 501, 301, {61, 21, 161, 41}},  // 50.5 and 0.5 round away from zero
+      {0.5, 1, 0, 0, 403, 300, {12, 20, 113, 40}},        // 1.5 rounds to 2
+      {0, 1, 0, 1, 300, 250, base},                       // smaller than the base: no shrinking
+      {0, 1, 0, 1, 200, 500, {10, 20, 110, 240}},         // narrower but taller: height only
+      {0.33, 0.66, 0, 0, 700, 300, {109, 20, 308, 40}},   // 99 and 198
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(::testing::Message() << c.l << "," << c.r << "," << c.t << "," << c.b << " -> " << c.newW << "x"

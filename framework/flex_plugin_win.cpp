@@ -23,7 +23,8 @@ bool IsNestedDialog(HWND h) {
 BOOL CALLBACK AddWorkArea(HMONITOR monitor, HDC, LPRECT, LPARAM out) {
   MONITORINFO mi{};
   mi.cbSize = sizeof mi;
-  if (GetMonitorInfoW(monitor, &mi)) reinterpret_cast<std::vector<varion::FlexRect>*>(out)->push_back(ToFlex(mi.rcWork));
+  if (GetMonitorInfoW(monitor, &mi))
+    reinterpret_cast<std::vector<varion::FlexRect>*>(out)->push_back(ToFlex(mi.rcWork));
   return TRUE;
 }
 
@@ -48,7 +49,8 @@ void CVelFlexPlugin::Attach(HWND dialog) {
 
 bool CVelFlexPlugin::AddIfNotPresentFlexConstraint(UINT id, double left, double right, double top, double bottom) {
   if (!m_constraints.AddIfNotPresent(id, left, right, top, bottom)) return false;
-  if (HWND h = GetDlgItem(m_dialog, static_cast<int>(id))) m_constraints.SetBaseRect(id, ToFlex(ChildRect(m_dialog, h)));
+  if (HWND h = GetDlgItem(m_dialog, static_cast<int>(id)))
+    m_constraints.SetBaseRect(id, ToFlex(ChildRect(m_dialog, h)));
   return true;
 }
 
@@ -62,7 +64,8 @@ void CVelFlexPlugin::ReplaceFlexConstraint(UINT id, const CVelFlexHorizontalCons
   m_constraints.Replace(id, h, v, keepBase);
   const CVelFlexConstraint* c = m_constraints.Find(id);
   if (!c->base)
-    if (HWND ctrl = GetDlgItem(m_dialog, static_cast<int>(id))) m_constraints.SetBaseRect(id, ToFlex(ChildRect(m_dialog, ctrl)));
+    if (HWND ctrl = GetDlgItem(m_dialog, static_cast<int>(id)))
+      m_constraints.SetBaseRect(id, ToFlex(ChildRect(m_dialog, ctrl)));
 }
 
 bool CVelFlexPlugin::SetFlexConstraintBaseRect(UINT id, const RECT& rect) {
@@ -80,8 +83,7 @@ void CVelFlexPlugin::PositionControls(int cx, int cy) {
   for (const auto& c : m_constraints.Items()) {
     HWND h = GetDlgItem(m_dialog, static_cast<int>(c.ctrlId));
     if (!h || !c.base) continue;
-    const varion::FlexRect r =
-        CVelFlexConstraintList::Position(c, *c.base, m_baseClient.cx, m_baseClient.cy, cx, cy);
+    const varion::FlexRect r = CVelFlexConstraintList::Position(c, *c.base, m_baseClient.cx, m_baseClient.cy, cx, cy);
     (IsNestedDialog(h) ? direct : batch).push_back({h, r});
   }
   if (HDWP dwp = BeginDeferWindowPos(static_cast<int>(batch.size()))) {
@@ -170,7 +172,8 @@ bool CVelFlexPlugin::LoadFromReg() {
       m_showMaximized = stored->maximized;
       return true;
     }
-    varion::FrameworkLog("placement", "stored placement of " + m_section + " is off-screen or absurd; default size used");
+    varion::FrameworkLog("placement",
+                         "stored placement of " + m_section + " is off-screen or absurd; default size used");
   }
   ApplyDefaultSize();
   return false;
@@ -182,8 +185,8 @@ void CVelFlexPlugin::ApplyDefaultSize() {
   GetWindowRect(m_dialog, &r);
   // The default size keeps the dialog's centre and stays on the monitor the dialog is on.
   const int cx = (r.left + r.right) / 2, cy = (r.top + r.bottom) / 2;
-  varion::FlexRect want{cx - m_defaultSize.cx / 2, cy - m_defaultSize.cy / 2, cx - m_defaultSize.cx / 2 + m_defaultSize.cx,
-                        cy - m_defaultSize.cy / 2 + m_defaultSize.cy};
+  varion::FlexRect want{cx - m_defaultSize.cx / 2, cy - m_defaultSize.cy / 2,
+                        cx - m_defaultSize.cx / 2 + m_defaultSize.cx, cy - m_defaultSize.cy / 2 + m_defaultSize.cy};
   want = varion::PullOntoWorkArea(want, WorkAreas());
   SetWindowPos(m_dialog, nullptr, want.left, want.top, want.right - want.left, want.bottom - want.top,
                SWP_NOZORDER | SWP_NOACTIVATE);

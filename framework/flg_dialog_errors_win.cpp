@@ -19,10 +19,14 @@ void ForEachDescendant(HWND parent, const std::function<void(HWND)>& fn) {
 
 UINT StyleOfIcon(unsigned icon) {
   switch (icon) {
-    case ValidatableGrid::kIconError: return MB_ICONERROR;
-    case ValidatableGrid::kIconWarning: return MB_ICONWARNING;
-    case ValidatableGrid::kIconQuestion: return MB_ICONQUESTION;
-    default: return MB_ICONINFORMATION;
+    case ValidatableGrid::kIconError:
+      return MB_ICONERROR;
+    case ValidatableGrid::kIconWarning:
+      return MB_ICONWARNING;
+    case ValidatableGrid::kIconQuestion:
+      return MB_ICONQUESTION;
+    default:
+      return MB_ICONINFORMATION;
   }
 }
 
@@ -68,7 +72,8 @@ void CFlgDialog::RemoveErrors() {
 void CFlgDialog::RemoveError(UINT ctrlId) {
   if (m_errors) {
     if (auto record = CFlgDataExchange(*this, false).GetError(ctrlId)) {
-      if (HWND h = FindErrorControl(record->source, record->dialog, ctrlId)) SendMessageW(h, varion::MsgMarkFaulty(), 0, 0);
+      if (HWND h = FindErrorControl(record->source, record->dialog, ctrlId))
+        SendMessageW(h, varion::MsgMarkFaulty(), 0, 0);
       CFlgDataExchange(*this, false).RemoveError(ctrlId);
       return;
     }
@@ -154,11 +159,20 @@ void CFlgDialog::OnDockErrorsWnd(const varion::DockResult& dock) {
   GetWindowRect(m_errorsWnd.GetHwnd(), &e);
   POINT cursor{};
   switch (dock.edge) {
-    case varion::DockEdge::Bottom: cursor = {(d.left + d.right) / 2, d.bottom}; break;
-    case varion::DockEdge::Left: cursor = {d.left, (d.top + d.bottom) / 2}; break;
-    case varion::DockEdge::Top: cursor = {(d.left + d.right) / 2, d.top}; break;
-    case varion::DockEdge::Right: cursor = {d.right, (d.top + d.bottom) / 2}; break;
-    case varion::DockEdge::None: break;
+    case varion::DockEdge::Bottom:
+      cursor = {(d.left + d.right) / 2, d.bottom};
+      break;
+    case varion::DockEdge::Left:
+      cursor = {d.left, (d.top + d.bottom) / 2};
+      break;
+    case varion::DockEdge::Top:
+      cursor = {(d.left + d.right) / 2, d.top};
+      break;
+    case varion::DockEdge::Right:
+      cursor = {d.right, (d.top + d.bottom) / 2};
+      break;
+    case varion::DockEdge::None:
+      break;
   }
   const varion::DockResult placed = GetErrorsWndDockEdge(cursor);
   SetWindowPos(m_errorsWnd.GetHwnd(), nullptr, placed.topLeft.x, placed.topLeft.y, 0, 0,

@@ -78,7 +78,8 @@ INT_PTR CFlgDialog::OnCtlColor(UINT msg, HDC dc, HWND control) {
   // A faulty control, or the edit inside a faulty combo.
   CVelControlBase* object = CVelControlBase::FromHandle(control);
   if (!object && control && GetParent(control) != m_hWnd) object = CVelControlBase::FromHandle(GetParent(control));
-  if (object && object->IsFaulty() && (msg == WM_CTLCOLOREDIT || msg == WM_CTLCOLORSTATIC || msg == WM_CTLCOLORLISTBOX)) {
+  if (object && object->IsFaulty() &&
+      (msg == WM_CTLCOLOREDIT || msg == WM_CTLCOLORSTATIC || msg == WM_CTLCOLORLISTBOX)) {
     SetBkColor(dc, CVelControlBase::kFaultyBackground);
     return reinterpret_cast<INT_PTR>(CVelControlBase::FaultyBrush());
   }
@@ -133,7 +134,8 @@ void CFlgDialog::SetupSphereMenu() {
   // The button is drawn over the caption by us, which desktop composition would not show.
   if (HMODULE dwm = LoadLibraryW(L"dwmapi.dll")) {
     using SetAttribute = HRESULT(WINAPI*)(HWND, DWORD, LPCVOID, DWORD);
-    if (auto set = reinterpret_cast<SetAttribute>(reinterpret_cast<void*>(GetProcAddress(dwm, "DwmSetWindowAttribute")))) {
+    if (auto set =
+            reinterpret_cast<SetAttribute>(reinterpret_cast<void*>(GetProcAddress(dwm, "DwmSetWindowAttribute")))) {
       const int disabled = 1;  // DWMNCRP_DISABLED for DWMWA_NCRENDERING_POLICY (2)
       set(m_hWnd, 2, &disabled, sizeof disabled);
     }
@@ -182,9 +184,11 @@ void CFlgDialog::DrawSphere() {
     const double t = static_cast<double>(i) / kSteps;
     const int inset = static_cast<int>(t * d * 0.42);
     const int shift = static_cast<int>(t * d * 0.18);
-    HBRUSH b = CreateSolidBrush(RGB(static_cast<int>(20 + t * 170), static_cast<int>(70 + t * 150), static_cast<int>(150 + t * 100)));
+    HBRUSH b = CreateSolidBrush(
+        RGB(static_cast<int>(20 + t * 170), static_cast<int>(70 + t * 150), static_cast<int>(150 + t * 100)));
     HGDIOBJ old = SelectObject(dc, b);
-    Ellipse(dc, s.left + inset - shift, s.top + inset - shift, s.right - inset - shift + 1, s.bottom - inset - shift + 1);
+    Ellipse(dc, s.left + inset - shift, s.top + inset - shift, s.right - inset - shift + 1,
+            s.bottom - inset - shift + 1);
     SelectObject(dc, old);
     DeleteObject(b);
   }

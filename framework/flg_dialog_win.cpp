@@ -57,7 +57,8 @@ void MakeChildTemplate(std::vector<BYTE>& t) {
   if (t.size() < 16) return;
   DWORD* style;
   DWORD* exStyle;
-  const bool extended = reinterpret_cast<const WORD*>(t.data())[0] == 1 && reinterpret_cast<const WORD*>(t.data())[1] == 0xFFFF;
+  const bool extended =
+      reinterpret_cast<const WORD*>(t.data())[0] == 1 && reinterpret_cast<const WORD*>(t.data())[1] == 0xFFFF;
   if (extended) {
     exStyle = reinterpret_cast<DWORD*>(t.data() + 8);
     style = reinterpret_cast<DWORD*>(t.data() + 12);
@@ -66,7 +67,7 @@ void MakeChildTemplate(std::vector<BYTE>& t) {
     exStyle = reinterpret_cast<DWORD*>(t.data() + 4);
   }
   *style &= ~static_cast<DWORD>(WS_POPUP | WS_CAPTION | WS_THICKFRAME | WS_SYSMENU | DS_MODALFRAME | WS_MINIMIZEBOX |
-                                 WS_MAXIMIZEBOX | WS_VISIBLE | WS_DISABLED);
+                                WS_MAXIMIZEBOX | WS_VISIBLE | WS_DISABLED);
   *style |= WS_CHILD | DS_CONTROL;
   *exStyle |= WS_EX_CONTROLPARENT;
   *exStyle &= ~static_cast<DWORD>(WS_EX_DLGMODALFRAME | WS_EX_WINDOWEDGE);
@@ -110,7 +111,8 @@ bool CFlgDialog::CreateFromTemplate(HWND parent, bool asChild) {
   HGLOBAL loaded = LoadResource(module, res);
   const void* bytes = loaded ? LockResource(loaded) : nullptr;
   if (!bytes) return false;
-  std::vector<BYTE> copy(static_cast<const BYTE*>(bytes), static_cast<const BYTE*>(bytes) + SizeofResource(module, res));
+  std::vector<BYTE> copy(static_cast<const BYTE*>(bytes),
+                         static_cast<const BYTE*>(bytes) + SizeofResource(module, res));
   if (asChild) MakeChildTemplate(copy);
   // Every window of the template is created on this thread: make sure the library's controls
   // get their objects even when the host has not installed the hook here.
@@ -262,8 +264,8 @@ void CFlgDialog::RecordFailure(const std::exception& e) {
     for (const auto& r : *m_errors)
       if (r.message == text) return;
   const auto* com = dynamic_cast<const varion::ComError*>(&e);
-  CFlgDataExchange(*this, false).AddError(0, text.c_str(), GetCaption().c_str(),
-                                          com ? static_cast<std::uint32_t>(com->Code()) : 0u);
+  CFlgDataExchange(*this, false)
+      .AddError(0, text.c_str(), GetCaption().c_str(), com ? static_cast<std::uint32_t>(com->Code()) : 0u);
 }
 
 bool CFlgDialog::OnCommand(UINT, UINT, HWND) { return false; }
@@ -295,11 +297,19 @@ INT_PTR CFlgDialog::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
       if (OnCommand(id, code, control)) return TRUE;
       if (code == BN_CLICKED || !control) {
         switch (id) {
-          case IDOK: OnOK(); return TRUE;
-          case IDCANCEL: OnCancel(); return TRUE;
-          case kApplyId: OnApply(); return TRUE;
+          case IDOK:
+            OnOK();
+            return TRUE;
+          case IDCANCEL:
+            OnCancel();
+            return TRUE;
+          case kApplyId:
+            OnApply();
+            return TRUE;
           case kHelpIds[0]:
-          case kHelpIds[1]: ShowHelp(); return TRUE;
+          case kHelpIds[1]:
+            ShowHelp();
+            return TRUE;
         }
       }
       return FALSE;
@@ -425,11 +435,15 @@ void CFlgDialog::HandleOK() {
 
 void CFlgDialog::HandleCancel() {
   if (!m_noSavePrompt && !m_readOnly && m_modified) {
-    switch (varion::FrameworkMessageBox(m_hWnd, varion::msg::kSavePrompt, GetCaption(),
-                                        MB_YESNOCANCEL | MB_ICONQUESTION)) {
-      case IDCANCEL: return;
-      case IDYES: HandleOK(); return;
-      default: break;
+    switch (
+        varion::FrameworkMessageBox(m_hWnd, varion::msg::kSavePrompt, GetCaption(), MB_YESNOCANCEL | MB_ICONQUESTION)) {
+      case IDCANCEL:
+        return;
+      case IDYES:
+        HandleOK();
+        return;
+      default:
+        break;
     }
   }
   UndoData();
@@ -504,8 +518,7 @@ void CFlgDialog::SetReadOnlyIn(HWND container, bool readOnly) {
     if (_stricmp(cls.c_str(), "Button") == 0 && CaptionWithoutAccelerator(h) == "Zamknij") continue;
     if (m_noDisable.count(static_cast<UINT>(GetDlgCtrlID(h)))) continue;
     const bool edit = IsEditClass(cls);
-    const bool alreadyThere =
-        edit ? (GetWindowLongW(h, GWL_STYLE) & ES_READONLY) != 0 : IsWindowEnabled(h) == FALSE;
+    const bool alreadyThere = edit ? (GetWindowLongW(h, GWL_STYLE) & ES_READONLY) != 0 : IsWindowEnabled(h) == FALSE;
     if (alreadyThere) continue;
     OnSetCtrlsReadOnly(h, cls, readOnly);
     m_madeReadOnly.push_back(h);
@@ -557,4 +570,6 @@ void CFlgDialog::ReplaceFlexConstraint(UINT id, const CVelFlexHorizontalConstrai
   m_flex.ReplaceFlexConstraint(id, h, v, keepBase);
 }
 
-bool CFlgDialog::SetFlexConstraintBaseRect(UINT id, const RECT& rect) { return m_flex.SetFlexConstraintBaseRect(id, rect); }
+bool CFlgDialog::SetFlexConstraintBaseRect(UINT id, const RECT& rect) {
+  return m_flex.SetFlexConstraintBaseRect(id, rect);
+}

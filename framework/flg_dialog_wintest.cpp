@@ -80,7 +80,8 @@ class FormDialog : public CFlgDialog {
     loadingInLoad = IsLoading();
     HWND combo = GetDlgItem(m_hWnd, IDC_F_BRANCH);
     if (SendMessageW(combo, CB_GETCOUNT, 0, 0) == 0) {
-      for (auto [text, id] : {std::pair{L"Centrala", 10L}, {L"Oddzia\u0142 Krak\u00f3w", 20L}, {L"Oddzia\u0142 Gda\u0144sk", 30L}}) {
+      for (auto [text, id] :
+           {std::pair{L"Centrala", 10L}, {L"Oddzia\u0142 Krak\u00f3w", 20L}, {L"Oddzia\u0142 Gda\u0144sk", 30L}}) {
         const LRESULT i = SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
         SendMessageW(combo, CB_SETITEMDATA, static_cast<WPARAM>(i), id);
       }
@@ -197,7 +198,7 @@ TEST_F(DialogTest, OkWithErrorsShowsThemAllMarksTheControlsAndFocusesTheFirst) {
   PumpMessages(20);
   ASSERT_TRUE(IsWindow(d.m_hWnd));  // errors keep the dialog open
   EXPECT_EQ(Messages(d), (std::vector<std::string>{"Proszę wprowadzić wartość.", "Proszę wprowadzić kwotę.",
-                                                  "Proszę wprowadzić datę.", "Proszę wybrać element."}));
+                                                   "Proszę wprowadzić datę.", "Proszę wybrać element."}));
   for (int id : {IDC_F_NAME, IDC_F_LIMIT, IDC_F_DATE, IDC_F_BRANCH}) {
     SCOPED_TRACE(id);
     auto* control = CVelControlBase::FromHandle(d.Item(id));
@@ -213,8 +214,8 @@ TEST_F(DialogTest, OkWithErrorsShowsThemAllMarksTheControlsAndFocusesTheFirst) {
 
   // The faulty edit is tinted by the dialog.
   HDC dc = GetDC(d.Item(IDC_F_NAME));
-  const auto brush = reinterpret_cast<HBRUSH>(
-      SendMessageW(d.m_hWnd, WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc), reinterpret_cast<LPARAM>(d.Item(IDC_F_NAME))));
+  const auto brush = reinterpret_cast<HBRUSH>(SendMessageW(d.m_hWnd, WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc),
+                                                           reinterpret_cast<LPARAM>(d.Item(IDC_F_NAME))));
   EXPECT_EQ(brush, CVelControlBase::FaultyBrush());
   ReleaseDC(d.Item(IDC_F_NAME), dc);
 
@@ -241,9 +242,8 @@ TEST_F(DialogTest, ApplySucceedsOnlyAfterACleanSaveAndAnAcceptedUpdate) {
     bool result;
     int beforeCalls, updateCalls;
   } cases[] = {
-      {false, false, true, 0, true, 1, 1},   {false, false, true, 5, true, 1, 1},
-      {false, false, true, -1, false, 1, 1}, {false, false, false, 0, false, 1, 0},
-      {false, true, true, 0, true, 0, 0},    {true, true, true, 0, false, 0, 0},
+      {false, false, true, 0, true, 1, 1},   {false, false, true, 5, true, 1, 1}, {false, false, true, -1, false, 1, 1},
+      {false, false, false, 0, false, 1, 0}, {false, true, true, 0, true, 0, 0},  {true, true, true, 0, false, 0, 0},
       {true, false, true, 0, false, 0, 0},
   };
   for (const auto& c : cases) {
@@ -599,7 +599,8 @@ TEST_F(DialogTest, PlacementIsRememberedAndAnUnusableOneFallsBackToTheDefaultSiz
   struct Case {
     const char* what;
     StoredPlacement stored;
-  } bad[] = {{"off every screen", {false, 700, 500, 30000, 200}}, {"absurd size", {false, 90000, 500, 10, 10}},
+  } bad[] = {{"off every screen", {false, 700, 500, 30000, 200}},
+             {"absurd size", {false, 90000, 500, 10, 10}},
              {"parked minimised", {false, 700, 500, -32000, -32000}}};
   for (const auto& c : bad) {
     SCOPED_TRACE(c.what);

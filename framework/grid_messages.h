@@ -23,13 +23,13 @@ inline constexpr unsigned kIconWarning = 32515;
 inline constexpr unsigned kIconInformation = 32516;
 
 struct MessageData {
-  std::string text;         // the message as one occurrence reads
+  std::string text;  // the message as one occurrence reads
   // For a counted message: the text from two occurrences on, with "%d" where the count goes
   // ("Brak ceny w %d pozycjach."). Empty for a message that is never counted.
   std::string countedText;
   unsigned icon = kIconInformation;
-  int type = 0;                // the kind of info tip that shows it
-  unsigned templateId = 0;     // the dialog template whose tip shows it
+  int type = 0;             // the kind of info tip that shows it
+  unsigned templateId = 0;  // the dialog template whose tip shows it
   auto operator<=>(const MessageData&) const = default;
 };
 

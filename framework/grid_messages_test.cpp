@@ -21,11 +21,11 @@ TEST(GridMessages, ErrorsGiveTheirRecordTextCountedFromTwoOn) {
       {10, &kNoPrice, "Brak ceny w pozycji."},
       {10, &kNoPrice, "Brak ceny w 2 pozycjach."},
       {10, &kNoPrice, "Brak ceny w 3 pozycjach."},
-      {11, &kNoPrice, "Brak ceny w pozycji."},     // counted per control
-      {10, &kLowStock, std::nullopt},              // a warning never becomes a record
+      {11, &kNoPrice, "Brak ceny w pozycji."},  // counted per control
+      {10, &kLowStock, std::nullopt},           // a warning never becomes a record
       {10, &kLowStock, std::nullopt},
       {10, &kNoQuantity, "Brak ilości."},
-      {10, &kNoQuantity, "Brak ilości."},          // not a counted message
+      {10, &kNoQuantity, "Brak ilości."},  // not a counted message
   };
   for (std::size_t i = 0; i < std::size(steps); ++i) {
     SCOPED_TRACE(i);

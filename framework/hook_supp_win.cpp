@@ -70,7 +70,8 @@ const varion::VelClassEntry kClasses[] = {
     {"vel_idwewnetrznyedit", "Edit", AttachEdit},
 };
 
-const char* const kVxaxClasses[][2] = {{"VXAX_Edit", "Edit"}, {"VXAX_ListBox", "ListBox"}, {"VXAX_ComboBox", "ComboBox"}};
+const char* const kVxaxClasses[][2] = {
+    {"VXAX_Edit", "Edit"}, {"VXAX_ListBox", "ListBox"}, {"VXAX_ComboBox", "ComboBox"}};
 
 // Window class names compare without regard to case, as the system compares them.
 struct NoCase {
@@ -104,8 +105,7 @@ const VelClassEntry* VelClassTable(std::size_t* count) {
 }
 }  // namespace varion
 
-void CHookSupp::RegisterVelClass(const char* className, WNDPROC proc, const char* baseClass, HBRUSH brush,
-                                 UINT style) {
+void CHookSupp::RegisterVelClass(const char* className, WNDPROC proc, const char* baseClass, HBRUSH brush, UINT style) {
   const std::wstring name = varion::text::Cp1250ToWide(className);
   WNDCLASSEXW wc{};
   wc.cbSize = sizeof wc;

@@ -89,7 +89,7 @@ class VARION_API CHookSupp {
 namespace varion {
 struct VelClassEntry {
   const char* name;
-  const char* baseClass;   // nullptr: a class of its own with the default window procedure
+  const char* baseClass;     // nullptr: a class of its own with the default window procedure
   VelSubclassProc subclass;  // nullptr: not in the subclass map
 };
 VARION_API const VelClassEntry* VelClassTable(std::size_t* count);

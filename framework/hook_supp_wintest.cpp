@@ -49,7 +49,7 @@ TEST_F(HookTest, ClassesAreRegisteredAsCopiesOrAsOwnGlobalClasses) {
     EXPECT_TRUE(wc.style & CS_GLOBALCLASS);
     if (table[i].baseClass) {
       WNDCLASSEXW base{};
-    base.cbSize = sizeof base;
+      base.cbSize = sizeof base;
       ASSERT_TRUE(GetClassInfoExW(nullptr, text::Cp1250ToWide(table[i].baseClass).c_str(), &base));
       EXPECT_EQ(wc.style, base.style | CS_GLOBALCLASS);
       EXPECT_EQ(wc.lpfnWndProc, base.lpfnWndProc);
@@ -67,7 +67,7 @@ TEST_F(HookTest, ClassesAreRegisteredAsCopiesOrAsOwnGlobalClasses) {
   }
   // Global: found whatever instance a template's window is created with.
   WNDCLASSEXW wc{};
-    wc.cbSize = sizeof wc;
+  wc.cbSize = sizeof wc;
   EXPECT_TRUE(GetClassInfoExW(reinterpret_cast<HINSTANCE>(0x12340000), L"vel_curredit", &wc));
 }
 
@@ -77,14 +77,10 @@ TEST_F(HookTest, EachNameGetsItsObjectAndOtherClassesPassUnchanged) {
     DWORD style;
     const char* expected;  // nullptr: no object
   } cases[] = {
-      {L"vel_curredit", WS_BORDER, "edit"},
-      {L"vel_dateedit", WS_BORDER, "edit"},
-      {L"vel_idwewnetrznyedit", WS_BORDER, "edit"},
-      {L"vel_analitykaedit", WS_BORDER, "analityka"},
-      {L"DropdownCombobox", CBS_DROPDOWN, "combo"},
-      {L"vel_bkgnd", 0, nullptr},  // a class of its own, not in the map
-      {L"VXAX_Edit", WS_BORDER, nullptr},
-      {L"Edit", WS_BORDER, nullptr},
+      {L"vel_curredit", WS_BORDER, "edit"},         {L"vel_dateedit", WS_BORDER, "edit"},
+      {L"vel_idwewnetrznyedit", WS_BORDER, "edit"}, {L"vel_analitykaedit", WS_BORDER, "analityka"},
+      {L"DropdownCombobox", CBS_DROPDOWN, "combo"}, {L"vel_bkgnd", 0, nullptr},  // a class of its own, not in the map
+      {L"VXAX_Edit", WS_BORDER, nullptr},           {L"Edit", WS_BORDER, nullptr},
       {L"VEL_CURREDIT", WS_BORDER, "edit"},  // class names ignore case
   };
   for (const auto& c : cases) {
@@ -176,7 +172,7 @@ TEST_F(HookTest, WindowCreatedBeforeInitialisationStaysPlain) {
   CHookSupp::TermVelControls();
   // A class of the same name registered by someone else before the library starts.
   WNDCLASSEXW wc{};
-    wc.cbSize = sizeof wc;
+  wc.cbSize = sizeof wc;
   ASSERT_TRUE(GetClassInfoExW(nullptr, L"Edit", &wc));
   wc.cbSize = sizeof wc;
   wc.hInstance = GetModuleHandleW(nullptr);

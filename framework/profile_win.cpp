@@ -10,8 +10,8 @@ namespace varion {
 
 std::optional<int> IniFileProfile::GetInt(std::string_view section, std::string_view entry) const {
   wchar_t buf[32];
-  const DWORD n = GetPrivateProfileStringW(text::Cp1250ToWide(section).c_str(), text::Cp1250ToWide(entry).c_str(),
-                                           L"", buf, static_cast<DWORD>(std::size(buf)), m_path.c_str());
+  const DWORD n = GetPrivateProfileStringW(text::Cp1250ToWide(section).c_str(), text::Cp1250ToWide(entry).c_str(), L"",
+                                           buf, static_cast<DWORD>(std::size(buf)), m_path.c_str());
   if (n == 0) return std::nullopt;
   wchar_t* end = nullptr;
   const long v = std::wcstol(buf, &end, 10);

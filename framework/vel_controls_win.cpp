@@ -90,7 +90,9 @@ LRESULT CALLBACK CVelControlBase::StaticProc(HWND h, UINT msg, WPARAM wp, LPARAM
   return a.object->WindowProc(msg, wp, lp);
 }
 
-LRESULT CVelControlBase::Default(UINT msg, WPARAM wp, LPARAM lp) { return CallWindowProcW(m_oldProc, m_hwnd, msg, wp, lp); }
+LRESULT CVelControlBase::Default(UINT msg, WPARAM wp, LPARAM lp) {
+  return CallWindowProcW(m_oldProc, m_hwnd, msg, wp, lp);
+}
 
 LRESULT CVelControlBase::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
   if (msg == varion::MsgMarkFaulty()) {

@@ -41,8 +41,7 @@ TEST(WindowPlacement, RestoredRectAcceptsPullsBackOrFallsBack) {
       {"zero size", {false, 0, 0, 100, 100}, &kOneMonitor, std::nullopt},
       {"negative size", {false, -600, 400, 100, 100}, &kOneMonitor, std::nullopt},
       {"larger than every screen", {false, 5000, 400, 0, 0}, &kOneMonitor, std::nullopt},
-      {"wider than one screen but not both", {false, 2500, 400, -300, 200}, &kTwoMonitors,
-       FlexRect{0, 200, 1920, 600}},
+      {"wider than one screen but not both", {false, 2500, 400, -300, 200}, &kTwoMonitors, FlexRect{0, 200, 1920, 600}},
       {"no monitors", {false, 600, 400, 0, 0}, nullptr, std::nullopt},
   };
   const std::vector<FlexRect> none;

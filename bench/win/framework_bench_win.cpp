@@ -34,9 +34,9 @@ double CreateWindows(HWND parent, const wchar_t* cls) {
   std::vector<HWND> made(kWindows);
   const double start = Now();
   for (int i = 0; i < kWindows; ++i)
-    made[static_cast<size_t>(i)] = CreateWindowExW(0, cls, L"", WS_CHILD | WS_BORDER | ES_AUTOHSCROLL, 0, 0, 80, 20,
-                                                   parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(i + 1)),
-                                                   nullptr, nullptr);
+    made[static_cast<size_t>(i)] =
+        CreateWindowExW(0, cls, L"", WS_CHILD | WS_BORDER | ES_AUTOHSCROLL, 0, 0, 80, 20, parent,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(i + 1)), nullptr, nullptr);
   const double seconds = Now() - start;
   for (HWND h : made) DestroyWindow(h);
   return seconds;
@@ -116,9 +116,10 @@ int main() {
     std::sort(v.begin(), v.end());
     return v[v.size() / 2];
   };
-  std::printf("creating %d edit windows, %d turns (time: median per %d windows; overhead: median of the\n"
-              "turns' ratios against the unhooked line above)\n",
-              kWindows, kTurns, kWindows);
+  std::printf(
+      "creating %d edit windows, %d turns (time: median per %d windows; overhead: median of the\n"
+      "turns' ratios against the unhooked line above)\n",
+      kWindows, kTurns, kWindows);
   for (std::size_t i = 0; i < std::size(ways); ++i) {
     const double t = median(ways[i].times) * 1e3;
     if (i % 2 == 0) {
@@ -126,7 +127,8 @@ int main() {
       continue;
     }
     std::vector<double> ratios;
-    for (int k = 0; k < kTurns; ++k) ratios.push_back(ways[i].times[static_cast<size_t>(k)] / ways[i - 1].times[static_cast<size_t>(k)]);
+    for (int k = 0; k < kTurns; ++k)
+      ratios.push_back(ways[i].times[static_cast<size_t>(k)] / ways[i - 1].times[static_cast<size_t>(k)]);
     std::printf("  %-38s %8.2f ms  overhead %+.1f %%\n", ways[i].what, t, (median(ratios) - 1) * 100);
   }
 
@@ -172,8 +174,9 @@ int main() {
   }
   const bool clean = !form.HasErrors() && form.numbers[49] == 48993 && form.branches[9] == 14;
   const double l = median(loads), sv = median(saves);
-  std::printf("form of 100 controls (median of %d rounds of %d cycles): LoadData %.2f ms + SaveData %.2f ms = %.2f ms%s\n",
-              kRounds, kCycles, l * 1e3, sv * 1e3, (l + sv) * 1e3, clean ? "" : "  (WRONG VALUES)");
+  std::printf(
+      "form of 100 controls (median of %d rounds of %d cycles): LoadData %.2f ms + SaveData %.2f ms = %.2f ms%s\n",
+      kRounds, kCycles, l * 1e3, sv * 1e3, (l + sv) * 1e3, clean ? "" : "  (WRONG VALUES)");
   DestroyWindow(form.m_hWnd);
   DestroyWindow(parent);
   return clean ? 0 : 1;

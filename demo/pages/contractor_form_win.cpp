@@ -44,8 +44,9 @@ class ContractorForm : public CFlgDialog {
       try {
         db::Recordset rs = CRtInstance::OpenRS("SELECT so_Id, so_Nazwa FROM sl_Oddzialy ORDER BY so_Nazwa");
         for (; !rs.IsEOF(); rs.MoveNext()) {
-          const LRESULT i = SendMessageW(combo, CB_ADDSTRING, 0,
-                                         reinterpret_cast<LPARAM>(text::Cp1250ToWide(rs.GetCollect("so_Nazwa").AsText()).c_str()));
+          const LRESULT i =
+              SendMessageW(combo, CB_ADDSTRING, 0,
+                           reinterpret_cast<LPARAM>(text::Cp1250ToWide(rs.GetCollect("so_Nazwa").AsText()).c_str()));
           SendMessageW(combo, CB_SETITEMDATA, static_cast<WPARAM>(i), rs.GetCollect("so_Id").AsInt32());
         }
       } catch (const ComError& e) {
@@ -194,10 +195,12 @@ class ContractorFormPage : public GalleryPage {
   }
 
   void ShowStatus() {
-    std::string s = "Położenie w profilu (" + text::WideToCp1250(m_ctx->outDir) + "\\galeria.ini, sekcja " + kSection + "): ";
+    std::string s =
+        "Położenie w profilu (" + text::WideToCp1250(m_ctx->outDir) + "\\galeria.ini, sekcja " + kSection + "): ";
     if (auto p = ReadPlacement(*GetApplicationProfile(), kSection))
-      s += "Left=" + std::to_string(p->left) + ", Top=" + std::to_string(p->top) + ", Width=" + std::to_string(p->width) +
-           ", Height=" + std::to_string(p->height) + ", Maximized=" + std::to_string(p->maximized);
+      s += "Left=" + std::to_string(p->left) + ", Top=" + std::to_string(p->top) +
+           ", Width=" + std::to_string(p->width) + ", Height=" + std::to_string(p->height) +
+           ", Maximized=" + std::to_string(p->maximized);
     else
       s += "jeszcze nie zapisane";
     if (m_form && !m_form->saved.empty()) s += "\nZapisano kontrahenta: " + m_form->saved;
