@@ -258,88 +258,70 @@ void DSX_Radio(CFlgDataExchange& dx, int trueId, int falseId, bool& value) {
     VelFailRadio(dx, trueId);
 }
 
-// Combo boxes ----------------------------------------------------------------------------------------------------
+// Combo and list boxes -------------------------------------------------------------------------------------------
 
-void DLX_CBIdent(CFlgDataExchange& dx, int id, long ident) {
-  if (HWND h = Control(dx, id)) SelectIdent(kCombo, h, ident);
+namespace {
+
+void LoadIdent(const ListMessages& m, CFlgDataExchange& dx, int id, long ident) {
+  if (HWND h = Control(dx, id)) SelectIdent(m, h, ident);
 }
-void DLX_CBIdent(CFlgDataExchange& dx, int id, const _variant_t& ident) {
+void LoadIdent(const ListMessages& m, CFlgDataExchange& dx, int id, const Variant& ident) {
   HWND h = Control(dx, id);
   if (!h) return;
   std::int32_t n = 0;
   if (ident.IsEmptyOrNull() || Failed(ident.ToInt32(n)))
-    SendMessageW(h, CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
+    SendMessageW(h, m.setCurSel, static_cast<WPARAM>(-1), 0);
   else
-    SelectIdent(kCombo, h, n);
+    SelectIdent(m, h, n);
 }
-void DSX_CBIdent(CFlgDataExchange& dx, int id, long& ident) {
-  if (HWND h = Control(dx, id)) SelectedIdent(kCombo, h, ident);
+void SaveIdent(const ListMessages& m, CFlgDataExchange& dx, int id, long& ident) {
+  if (HWND h = Control(dx, id)) SelectedIdent(m, h, ident);
 }
-void DSX_CBIdent(CFlgDataExchange& dx, int id, _variant_t& ident) {
+void SaveIdent(const ListMessages& m, CFlgDataExchange& dx, int id, Variant& ident) {
   HWND h = Control(dx, id);
   if (!h) return;
   long v = 0;
-  ident = SelectedIdent(kCombo, h, v) ? Variant(static_cast<std::int32_t>(v)) : Variant::MakeNull();
+  ident = SelectedIdent(m, h, v) ? Variant(static_cast<std::int32_t>(v)) : Variant::MakeNull();
 }
-void DLX_CBIndex(CFlgDataExchange& dx, int id, int index) {
-  if (HWND h = Control(dx, id)) SendMessageW(h, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+void LoadIndex(const ListMessages& m, CFlgDataExchange& dx, int id, int index) {
+  if (HWND h = Control(dx, id)) SendMessageW(h, m.setCurSel, static_cast<WPARAM>(index), 0);
 }
-void DSX_CBIndex(CFlgDataExchange& dx, int id, int& index) {
-  if (HWND h = Control(dx, id)) index = static_cast<int>(SendMessageW(h, CB_GETCURSEL, 0, 0));
+void SaveIndex(const ListMessages& m, CFlgDataExchange& dx, int id, int& index) {
+  if (HWND h = Control(dx, id)) index = static_cast<int>(SendMessageW(h, m.getCurSel, 0, 0));
 }
-void DLX_CBString(CFlgDataExchange& dx, int id, const std::string& text) {
-  if (HWND h = Control(dx, id)) SelectString(kCombo, h, text, false);
+void LoadText(const ListMessages& m, CFlgDataExchange& dx, int id, const std::string& text, bool exact) {
+  if (HWND h = Control(dx, id)) SelectString(m, h, text, exact);
 }
+void SaveSelectedText(const ListMessages& m, CFlgDataExchange& dx, int id, std::string& text) {
+  HWND h = Control(dx, id);
+  text = h ? SelectedText(m, h) : std::string();
+}
+
+}  // namespace
+
+void DLX_CBIdent(CFlgDataExchange& dx, int id, long ident) { LoadIdent(kCombo, dx, id, ident); }
+void DLX_CBIdent(CFlgDataExchange& dx, int id, const _variant_t& ident) { LoadIdent(kCombo, dx, id, ident); }
+void DSX_CBIdent(CFlgDataExchange& dx, int id, long& ident) { SaveIdent(kCombo, dx, id, ident); }
+void DSX_CBIdent(CFlgDataExchange& dx, int id, _variant_t& ident) { SaveIdent(kCombo, dx, id, ident); }
+void DLX_CBIndex(CFlgDataExchange& dx, int id, int index) { LoadIndex(kCombo, dx, id, index); }
+void DSX_CBIndex(CFlgDataExchange& dx, int id, int& index) { SaveIndex(kCombo, dx, id, index); }
+void DLX_CBString(CFlgDataExchange& dx, int id, const std::string& text) { LoadText(kCombo, dx, id, text, false); }
+// A combo's own text: the selected item's, or what the user typed into its edit field.
 void DSX_CBString(CFlgDataExchange& dx, int id, std::string& text) { text = exchange::ReadText(dx, id); }
-void DLX_CBStringExact(CFlgDataExchange& dx, int id, const std::string& text) {
-  if (HWND h = Control(dx, id)) SelectString(kCombo, h, text, true);
-}
+void DLX_CBStringExact(CFlgDataExchange& dx, int id, const std::string& text) { LoadText(kCombo, dx, id, text, true); }
 void DSX_CBStringExact(CFlgDataExchange& dx, int id, std::string& text) { text = exchange::ReadText(dx, id); }
-void DSX_CBStringSelected(CFlgDataExchange& dx, int id, std::string& text) {
-  HWND h = Control(dx, id);
-  text = h ? SelectedText(kCombo, h) : std::string();
-}
+void DSX_CBStringSelected(CFlgDataExchange& dx, int id, std::string& text) { SaveSelectedText(kCombo, dx, id, text); }
 
-// List boxes ------------------------------------------------------------------------------------------------------
-
-void DLX_LBIdent(CFlgDataExchange& dx, int id, long ident) {
-  if (HWND h = Control(dx, id)) SelectIdent(kList, h, ident);
-}
-void DLX_LBIdent(CFlgDataExchange& dx, int id, const _variant_t& ident) {
-  HWND h = Control(dx, id);
-  if (!h) return;
-  std::int32_t n = 0;
-  if (ident.IsEmptyOrNull() || Failed(ident.ToInt32(n)))
-    SendMessageW(h, LB_SETCURSEL, static_cast<WPARAM>(-1), 0);
-  else
-    SelectIdent(kList, h, n);
-}
-void DSX_LBIdent(CFlgDataExchange& dx, int id, long& ident) {
-  if (HWND h = Control(dx, id)) SelectedIdent(kList, h, ident);
-}
-void DSX_LBIdent(CFlgDataExchange& dx, int id, _variant_t& ident) {
-  HWND h = Control(dx, id);
-  if (!h) return;
-  long v = 0;
-  ident = SelectedIdent(kList, h, v) ? Variant(static_cast<std::int32_t>(v)) : Variant::MakeNull();
-}
-void DLX_LBIndex(CFlgDataExchange& dx, int id, int index) {
-  if (HWND h = Control(dx, id)) SendMessageW(h, LB_SETCURSEL, static_cast<WPARAM>(index), 0);
-}
-void DSX_LBIndex(CFlgDataExchange& dx, int id, int& index) {
-  if (HWND h = Control(dx, id)) index = static_cast<int>(SendMessageW(h, LB_GETCURSEL, 0, 0));
-}
-void DLX_LBString(CFlgDataExchange& dx, int id, const std::string& text) {
-  if (HWND h = Control(dx, id)) SelectString(kList, h, text, false);
-}
-void DSX_LBString(CFlgDataExchange& dx, int id, std::string& text) {
-  HWND h = Control(dx, id);
-  text = h ? SelectedText(kList, h) : std::string();
-}
-void DLX_LBStringExact(CFlgDataExchange& dx, int id, const std::string& text) {
-  if (HWND h = Control(dx, id)) SelectString(kList, h, text, true);
-}
-void DSX_LBStringExact(CFlgDataExchange& dx, int id, std::string& text) { DSX_LBString(dx, id, text); }
+void DLX_LBIdent(CFlgDataExchange& dx, int id, long ident) { LoadIdent(kList, dx, id, ident); }
+void DLX_LBIdent(CFlgDataExchange& dx, int id, const _variant_t& ident) { LoadIdent(kList, dx, id, ident); }
+void DSX_LBIdent(CFlgDataExchange& dx, int id, long& ident) { SaveIdent(kList, dx, id, ident); }
+void DSX_LBIdent(CFlgDataExchange& dx, int id, _variant_t& ident) { SaveIdent(kList, dx, id, ident); }
+void DLX_LBIndex(CFlgDataExchange& dx, int id, int index) { LoadIndex(kList, dx, id, index); }
+void DSX_LBIndex(CFlgDataExchange& dx, int id, int& index) { SaveIndex(kList, dx, id, index); }
+void DLX_LBString(CFlgDataExchange& dx, int id, const std::string& text) { LoadText(kList, dx, id, text, false); }
+void DSX_LBString(CFlgDataExchange& dx, int id, std::string& text) { SaveSelectedText(kList, dx, id, text); }
+void DLX_LBStringExact(CFlgDataExchange& dx, int id, const std::string& text) { LoadText(kList, dx, id, text, true); }
+void DSX_LBStringExact(CFlgDataExchange& dx, int id, std::string& text) { SaveSelectedText(kList, dx, id, text); }
 
 // Check list boxes -------------------------------------------------------------------------------------------------
 

@@ -84,103 +84,108 @@ void DSX_Radio(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
 }
 
 // Combo and list boxes ------------------------------------------------------------------------------------
+// Both families have the same field forms, built from their value forms.
 
-void DLX_CBIdent(CFlgDataExchange& dx, int id, const ExchangeField& f) { DLX_CBIdent(dx, id, f.Value()); }
+namespace {
+
+using LoadIdentFn = void (*)(CFlgDataExchange&, int, const _variant_t&);
+using SaveIdentFn = void (*)(CFlgDataExchange&, int, _variant_t&);
+using LoadIndexFn = void (*)(CFlgDataExchange&, int, int);
+using SaveIndexFn = void (*)(CFlgDataExchange&, int, int&);
+using LoadTextFn = void (*)(CFlgDataExchange&, int, const std::string&);
+using SaveTextFn = void (*)(CFlgDataExchange&, int, std::string&);
+
+void LoadIdentField(LoadIdentFn load, CFlgDataExchange& dx, int id, const ExchangeField& f) { load(dx, id, f.Value()); }
+void LoadIndexField(LoadIndexFn load, CFlgDataExchange& dx, int id, const ExchangeField& f) {
+  load(dx, id, IntOf(f.Value(), -1));
+}
+void LoadTextField(LoadTextFn load, CFlgDataExchange& dx, int id, const ExchangeField& f) {
+  load(dx, id, TextOf(f.Value()));
+}
+void SaveIdentField(SaveIdentFn save, CFlgDataExchange& dx, int id, ExchangeField& f) {
+  SaveInto(dx, f, [&](Variant& v) { save(dx, id, v); });
+}
+void SaveIndexField(SaveIndexFn save, CFlgDataExchange& dx, int id, ExchangeField& f) {
+  SaveInto(dx, f, [&](Variant& v) {
+    int index = -1;
+    save(dx, id, index);
+    v = Variant(static_cast<std::int32_t>(index));
+  });
+}
+void SaveTextField(SaveTextFn save, CFlgDataExchange& dx, int id, ExchangeField& f) {
+  SaveInto(dx, f, [&](Variant& v) {
+    std::string text;
+    save(dx, id, text);
+    v = Variant(text);
+  });
+}
+
+}  // namespace
+
+void DLX_CBIdent(CFlgDataExchange& dx, int id, const ExchangeField& f) { LoadIdentField(DLX_CBIdent, dx, id, f); }
 void DLX_CBIdent(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
   DLX_CBIdent(dx, id, ExchangeField(rs, f));
 }
-void DSX_CBIdent(CFlgDataExchange& dx, int id, ExchangeField& f) {
-  SaveInto(dx, f, [&](Variant& v) { DSX_CBIdent(dx, id, v); });
-}
+void DSX_CBIdent(CFlgDataExchange& dx, int id, ExchangeField& f) { SaveIdentField(DSX_CBIdent, dx, id, f); }
 void DSX_CBIdent(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
   ExchangeField field(rs, f);
   DSX_CBIdent(dx, id, field);
 }
-void DLX_CBIndex(CFlgDataExchange& dx, int id, const ExchangeField& f) { DLX_CBIndex(dx, id, IntOf(f.Value(), -1)); }
+void DLX_CBIndex(CFlgDataExchange& dx, int id, const ExchangeField& f) { LoadIndexField(DLX_CBIndex, dx, id, f); }
 void DLX_CBIndex(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
   DLX_CBIndex(dx, id, ExchangeField(rs, f));
 }
-void DSX_CBIndex(CFlgDataExchange& dx, int id, ExchangeField& f) {
-  SaveInto(dx, f, [&](Variant& v) {
-    int index = -1;
-    DSX_CBIndex(dx, id, index);
-    v = Variant(static_cast<std::int32_t>(index));
-  });
-}
+void DSX_CBIndex(CFlgDataExchange& dx, int id, ExchangeField& f) { SaveIndexField(DSX_CBIndex, dx, id, f); }
 void DSX_CBIndex(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
   ExchangeField field(rs, f);
   DSX_CBIndex(dx, id, field);
 }
-void DLX_CBString(CFlgDataExchange& dx, int id, const ExchangeField& f) { DLX_CBString(dx, id, TextOf(f.Value())); }
+void DLX_CBString(CFlgDataExchange& dx, int id, const ExchangeField& f) { LoadTextField(DLX_CBString, dx, id, f); }
 void DLX_CBString(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
   DLX_CBString(dx, id, ExchangeField(rs, f));
 }
-void DSX_CBString(CFlgDataExchange& dx, int id, ExchangeField& f) {
-  SaveInto(dx, f, [&](Variant& v) {
-    std::string text;
-    DSX_CBString(dx, id, text);
-    v = Variant(text);
-  });
-}
+void DSX_CBString(CFlgDataExchange& dx, int id, ExchangeField& f) { SaveTextField(DSX_CBString, dx, id, f); }
 void DSX_CBString(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
   ExchangeField field(rs, f);
   DSX_CBString(dx, id, field);
 }
 void DLX_CBStringExact(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
-  DLX_CBStringExact(dx, id, TextOf(ExchangeField(rs, f).Value()));
+  LoadTextField(DLX_CBStringExact, dx, id, ExchangeField(rs, f));
 }
 void DSX_CBStringExact(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) { DSX_CBString(dx, id, rs, f); }
 void DSX_CBStringSelected(CFlgDataExchange& dx, int id, ExchangeField& f) {
-  SaveInto(dx, f, [&](Variant& v) {
-    std::string text;
-    DSX_CBStringSelected(dx, id, text);
-    v = Variant(text);
-  });
+  SaveTextField(DSX_CBStringSelected, dx, id, f);
 }
 
-void DLX_LBIdent(CFlgDataExchange& dx, int id, const ExchangeField& f) { DLX_LBIdent(dx, id, f.Value()); }
+void DLX_LBIdent(CFlgDataExchange& dx, int id, const ExchangeField& f) { LoadIdentField(DLX_LBIdent, dx, id, f); }
 void DLX_LBIdent(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
   DLX_LBIdent(dx, id, ExchangeField(rs, f));
 }
-void DSX_LBIdent(CFlgDataExchange& dx, int id, ExchangeField& f) {
-  SaveInto(dx, f, [&](Variant& v) { DSX_LBIdent(dx, id, v); });
-}
+void DSX_LBIdent(CFlgDataExchange& dx, int id, ExchangeField& f) { SaveIdentField(DSX_LBIdent, dx, id, f); }
 void DSX_LBIdent(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
   ExchangeField field(rs, f);
   DSX_LBIdent(dx, id, field);
 }
-void DLX_LBIndex(CFlgDataExchange& dx, int id, const ExchangeField& f) { DLX_LBIndex(dx, id, IntOf(f.Value(), -1)); }
+void DLX_LBIndex(CFlgDataExchange& dx, int id, const ExchangeField& f) { LoadIndexField(DLX_LBIndex, dx, id, f); }
 void DLX_LBIndex(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
   DLX_LBIndex(dx, id, ExchangeField(rs, f));
 }
-void DSX_LBIndex(CFlgDataExchange& dx, int id, ExchangeField& f) {
-  SaveInto(dx, f, [&](Variant& v) {
-    int index = -1;
-    DSX_LBIndex(dx, id, index);
-    v = Variant(static_cast<std::int32_t>(index));
-  });
-}
+void DSX_LBIndex(CFlgDataExchange& dx, int id, ExchangeField& f) { SaveIndexField(DSX_LBIndex, dx, id, f); }
 void DSX_LBIndex(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
   ExchangeField field(rs, f);
   DSX_LBIndex(dx, id, field);
 }
-void DLX_LBString(CFlgDataExchange& dx, int id, const ExchangeField& f) { DLX_LBString(dx, id, TextOf(f.Value())); }
+void DLX_LBString(CFlgDataExchange& dx, int id, const ExchangeField& f) { LoadTextField(DLX_LBString, dx, id, f); }
 void DLX_LBString(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
   DLX_LBString(dx, id, ExchangeField(rs, f));
 }
-void DSX_LBString(CFlgDataExchange& dx, int id, ExchangeField& f) {
-  SaveInto(dx, f, [&](Variant& v) {
-    std::string text;
-    DSX_LBString(dx, id, text);
-    v = Variant(text);
-  });
-}
+void DSX_LBString(CFlgDataExchange& dx, int id, ExchangeField& f) { SaveTextField(DSX_LBString, dx, id, f); }
 void DSX_LBString(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
   ExchangeField field(rs, f);
   DSX_LBString(dx, id, field);
 }
 void DLX_LBStringExact(CFlgDataExchange& dx, int id, RecordsetR rs, const char* f) {
-  DLX_LBStringExact(dx, id, TextOf(ExchangeField(rs, f).Value()));
+  LoadTextField(DLX_LBStringExact, dx, id, ExchangeField(rs, f));
 }
 void DSX_LBStringExact(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) { DSX_LBString(dx, id, rs, f); }
 
