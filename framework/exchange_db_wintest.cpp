@@ -152,12 +152,18 @@ class CfgDialog : public CFlgDialog {
 TEST_F(ExchangeDbTest, DialogConfigurationLivesInTheDatabaseTable) {
   db::schema::CreateSchema(m_conn);
   auto factory = std::make_shared<DbDialogCfgFactory>(m_conn);
-  {
-    CfgDialog d;
+  // Opens a dialog of the same section and user; its configuration is read once it has loaded.
+  auto open = [&](CfgDialog& d) {
     d.SetDataForCfgSave(factory);
     d.SetSection("Kontrahent.Lista");
     d.SetUser(4);
-    ASSERT_TRUE(d.Create(nullptr));
+    const bool created = d.Create(nullptr);
+    testing::PumpMessages(20);
+    return created;
+  };
+  {
+    CfgDialog d;
+    ASSERT_TRUE(open(d));
     d.width = 333;
     DestroyWindow(d.m_hWnd);
   }
@@ -166,21 +172,13 @@ TEST_F(ExchangeDbTest, DialogConfigurationLivesInTheDatabaseTable) {
   EXPECT_EQ(rs.GetCollect("vwcg_Section"), Variant("Kontrahent.Lista"));
   EXPECT_EQ(rs.GetCollect("vwcg_User").AsInt32(), 4);
   CfgDialog again;
-  again.SetDataForCfgSave(factory);
-  again.SetSection("Kontrahent.Lista");
-  again.SetUser(4);
-  ASSERT_TRUE(again.Create(nullptr));
-  testing::PumpMessages(20);
+  ASSERT_TRUE(open(again));
   EXPECT_EQ(again.width, 333);
 
   // A damaged row is ignored: the dialog opens with its own defaults.
   m_conn.Prepare("UPDATE vw_KonfiguracjaDialogu SET vwcg_Data = ?").Bind(1, Variant(Variant::Bytes{1, 2})).Execute();
   CfgDialog damaged;
-  damaged.SetDataForCfgSave(factory);
-  damaged.SetSection("Kontrahent.Lista");
-  damaged.SetUser(4);
-  ASSERT_TRUE(damaged.Create(nullptr));
-  testing::PumpMessages(20);
+  ASSERT_TRUE(open(damaged));
   EXPECT_EQ(damaged.width, 0);
   EXPECT_TRUE(IsWindow(damaged.m_hWnd));
 }
