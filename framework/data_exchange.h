@@ -48,8 +48,8 @@ class VARION_API CFlgDataExchange {
   void AddError(HWND control, const char* message);
   void AddError(HWND control, const char* message, const char* secondText, std::uint32_t code);
   void AddError(HWND control, unsigned int messageId);
-  // The message is taken from the failing call's error information: through the instance when
-  // one is given, else from the object's own error information.
+  // The message is worded from the failing call's error information: by the host's instance when
+  // it implements IFlgErrorInformation and has a wording, else by the library's error informer.
   void AddErrorFromHR(std::uint32_t ctrlId, long hr, IFlgInstance* instance, IUnknown* failing, const _GUID& iid);
 #endif
 

@@ -7,7 +7,7 @@
 
 #include "base/text.h"
 #include "framework/data_exchange.h"
-#include "framework/flg_instance_win.h"
+#include "framework/error_informator_win.h"
 #include "framework/library_module_win.h"
 
 namespace {
@@ -29,12 +29,7 @@ void CFlgDataExchange::AddError(HWND control, unsigned int messageId) { AddError
 void CFlgDataExchange::AddErrorFromHR(std::uint32_t ctrlId, long hr, IFlgInstance* instance, IUnknown* failing,
                                       const _GUID& iid) {
   std::string text;
-  if (instance) {
-    BSTR message = nullptr;
-    if (instance->GetErrorMessage(hr, failing, iid, &message) == S_OK && message)
-      text = varion::text::WideToCp1250(message);
-    SysFreeString(message);
-  }
+  if (auto* wording = dynamic_cast<IFlgErrorInformation*>(instance)) wording->DescribeError(hr, failing, iid, text);
   if (text.empty()) text = CVelErrorInformator::Get().DescribeFailure(hr, failing, iid);
   AddError(ctrlId, text.c_str());
 }

@@ -8,7 +8,7 @@
 #include "base/status.h"
 #include "base/text.h"
 #include "framework/data_exchange_win.h"
-#include "framework/flg_instance_win.h"
+#include "framework/error_informator_win.h"
 #include "framework/framework_wintest.h"
 #include "framework/hook_supp_win.h"
 #include "framework/vel_controls_win.h"
@@ -630,15 +630,17 @@ class FailingObject : public ISupportErrorInfo {
   ULONG m_refs = 1;
 };
 
-class WordingInstance : public IFlgInstance {
+// A host's running instance that words one failure itself.
+class WordingInstance : public IFlgInstance, public IFlgErrorInformation {
  public:
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
-  ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
-  ULONG STDMETHODCALLTYPE Release() override { return 1; }
-  HRESULT STDMETHODCALLTYPE GetErrorMessage(HRESULT hr, IUnknown*, REFIID, BSTR* message) override {
-    if (hr != E_ACCESSDENIED) return S_FALSE;
-    *message = SysAllocString(L"Brak uprawnie\u0144 do kartoteki.");
-    return S_OK;
+  db::Connection GetConnection() override { return {}; }
+  std::int32_t GetUserId() override { return 1; }
+  std::string GetUserIdentifier() override { return "ADMIN"; }
+  std::string GetWorkstationName() override { return "STANOWISKO"; }
+  bool DescribeError(HRESULT hr, IUnknown*, REFIID, std::string& message) override {
+    if (hr != E_ACCESSDENIED) return false;
+    message = "Brak uprawnień do kartoteki.";
+    return true;
   }
 };
 
@@ -651,12 +653,14 @@ TEST_F(ExchangeTest, ErrorsFromWindowsResourcesAndFailingCalls) {
   object.Fail(L"Naruszenie klucza obcego");
   Dx().AddErrorFromHR(IDC_X_DATE, E_FAIL, nullptr, &object, IID_IDispatch);
   Dx().AddErrorFromHR(IDC_X_DATE, E_ACCESSDENIED, &instance, &object, IID_IDispatch);
-  ASSERT_EQ(m_errors.GetCount(), 5u);
+  Dx().AddErrorFromHR(IDC_X_DATE, E_FAIL, RunningFlgInstance(), nullptr, IID_IDispatch);  // no wording of its own
+  ASSERT_EQ(m_errors.GetCount(), 6u);
   EXPECT_EQ(m_errors[0].ctrlId, static_cast<std::uint32_t>(IDC_X_EDIT));
   EXPECT_EQ(m_errors[1].message, "Inny tekst");
   EXPECT_EQ(m_errors[2].message, "");
   EXPECT_EQ(m_errors[3].message, "Naruszenie klucza obcego. (0x80004005)");
   EXPECT_EQ(m_errors[4].message, "Brak uprawnień do kartoteki.");
+  EXPECT_NE(m_errors[5].message.find("(0x80004005)"), std::string::npos);
   EXPECT_EQ(object.m_refs, 1u);  // everything obtained was released
   CVelErrorInformator::Free();
 }

@@ -5,7 +5,9 @@
 #include <map>
 
 #include "base/status.h"
+#include "db/rt_instance.h"
 #include "db/schema/schema.h"
+#include "diagnostics/simple_log.h"
 #include "framework/framework_log.h"
 #include "tests/db_backends.h"
 
@@ -157,6 +159,35 @@ TEST(DialogCfg, AFailingFactoryIsLoggedAndNothingElseHappens) {
   EXPECT_FALSE(back.dataRead);
   ASSERT_EQ(log.lines.size(), 2u);
   EXPECT_NE(log.lines[0].find("serwer niedostępny"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace varion
+
+namespace varion {
+namespace {
+
+// Without a sink of its own the framework writes into the running instance's database log,
+// when the instance's log switch says so.
+TEST(FrameworkLog, DefaultEntriesReachTheDatabaseLogWhenSwitchedOn) {
+  testing::TestDatabase database("sqlite");
+  db::Connection c = database.Connect();
+  db::schema::CreateSchema(c);
+  CRtInstance::Install({c, 3, "KASIA", "STANOWISKO-1"});
+  struct Uninstall {
+    ~Uninstall() { CRtInstance::Uninstall(); }
+  } uninstall;
+  auto rows = [&] { return c.OpenRS("SELECT log_Informacje, log_Obszar FROM log_Logowanie").GetRecordCount(); };
+
+  FrameworkLog("dialog configuration", "przełącznik wyłączony");
+  EXPECT_EQ(rows(), 0u);
+  c.Execute("INSERT INTO log_Parametry (logp_Wlaczone) VALUES (1)");
+  FrameworkLog("dialog configuration", "strumień uszkodzony");
+  ASSERT_EQ(rows(), 1u);
+  db::Recordset rs = c.OpenRS("SELECT log_Informacje, log_Obszar, log_Rodzaj FROM log_Logowanie");
+  EXPECT_EQ(rs.GetCollect("log_Obszar"), Variant("Varion.Framework"));
+  EXPECT_EQ(rs.GetCollect("log_Rodzaj").AsInt32(), FramLogWarning);
+  EXPECT_NE(rs.GetCollect("log_Informacje").AsText().find("strumień uszkodzony"), std::string::npos);
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include "framework/extension_module_win.h"
-#include "framework/flg_instance_win.h"
+#include "framework/error_informator_win.h"
 #include "framework/hook_supp_win.h"
 
 BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID reserved) {

@@ -1,5 +1,7 @@
 #include "framework/framework_log.h"
 
+#include "diagnostics/log_factories.h"
+
 #include <cstdio>
 #include <mutex>
 
@@ -14,7 +16,9 @@ std::mutex g_mutex;
 FrameworkLogSink g_sink;
 
 void DefaultSink(std::string_view area, std::string_view text) {
-  std::string line = "varion [" + std::string(area) + "] " + std::string(text) + "\n";
+  const std::string entry = "[" + std::string(area) + "] " + std::string(text);
+  SimpleLog::Default::Write("Varion.Framework", FramLogWarning, entry);
+  const std::string line = "varion " + entry + "\n";
 #if defined(_WIN32)
   OutputDebugStringA(line.c_str());
 #else

@@ -1,6 +1,8 @@
 // Where the dialog framework reports what it had to skip (a corrupt configuration stream, a
-// placement it could not use). The logging subsystem plugs in here; until then, and whenever
-// nothing is plugged in, entries go to the debugger output on Windows and to stderr elsewhere.
+// placement it could not use, a failure in a dialog's handler). By default an entry goes to the
+// running instance's database log (SimpleLog, as a warning under the area "Varion.Framework",
+// written when the instance's log switch is on) and to the debugger output on Windows or stderr
+// elsewhere; tests and hosts may put a sink of their own in place.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,4 @@
-#include "framework/flg_instance_win.h"
+#include "framework/error_informator_win.h"
 
 #include <oleauto.h>
 

@@ -1,5 +1,5 @@
-// The host's running instance as the library's COM-facing code sees it, and the shared error
-// informer that words a failing COM call for the user when the host does not.
+// Wording a failing COM call for the user: the host's own wording when its running instance
+// offers one, else the shared error informer of the library.
 #pragma once
 
 #include <windows.h>
@@ -10,13 +10,17 @@
 #include <string>
 
 #include "base/export.h"
+#include "db/flg_interfaces.h"
 
-// Implemented by the host. GetErrorMessage words the failure of a call on `failing` (through
-// interface `iid`) for the user; S_FALSE or a failure leaves the wording to the library.
-struct IFlgInstance : public IUnknown {
-  virtual HRESULT STDMETHODCALLTYPE GetErrorMessage(HRESULT hr, IUnknown* failing, REFIID iid, BSTR* message) = 0;
+// What a host's running instance may implement beside IFlgInstance to word failures itself:
+// true with the message (code page 1250) when it has a wording for this failure.
+class VARION_API IFlgErrorInformation {
+ public:
+  virtual ~IFlgErrorInformation() = default;
+  virtual bool DescribeError(HRESULT hr, IUnknown* failing, REFIID iid, std::string& message) = 0;
 };
 
+// The process-wide informer of the library (freed when the DLL unloads).
 class VARION_API CVelErrorInformator {
  public:
   // The process-wide informer, made on first use.
