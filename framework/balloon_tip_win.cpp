@@ -1,0 +1,141 @@
+#include "framework/balloon_tip_win.h"
+
+#include <commctrl.h>
+
+#include <map>
+#include <memory>
+
+#include "base/text.h"
+#include "framework/library_module_win.h"
+
+namespace varion {
+
+BalloonTip::~BalloonTip() {
+  if (IsWindow(m_tip)) DestroyWindow(m_tip);
+}
+
+void BalloonTip::Show(HWND anchor, const std::string& title, const std::string& text, int icon) {
+  if (!IsWindow(anchor)) return;
+  // The tooltip belongs to the anchor's top-level window, so it never outlives it.
+  HWND owner = GetAncestor(anchor, GA_ROOT);
+  if (!IsWindow(m_tip) || GetWindow(m_tip, GW_OWNER) != owner) {
+    if (IsWindow(m_tip)) DestroyWindow(m_tip);
+    m_tip = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                            WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP | TTS_BALLOON | TTS_NOANIMATE | TTS_NOFADE,
+                            CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr, LibraryModule(),
+                            nullptr);
+    if (!m_tip) return;
+    m_anchor = nullptr;
+  }
+  std::wstring wtext = text::Cp1250ToWide(text);
+  TTTOOLINFOW ti{};
+  ti.cbSize = TTTOOLINFOW_V2_SIZE;
+  ti.uFlags = TTF_TRACK | TTF_ABSOLUTE;
+  ti.hwnd = anchor;
+  ti.uId = 1;
+  ti.lpszText = wtext.data();
+  if (m_anchor != anchor) {
+    if (m_anchor) {
+      TTTOOLINFOW old = ti;
+      old.hwnd = m_anchor;
+      SendMessageW(m_tip, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&old));
+    }
+    SendMessageW(m_tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
+    SendMessageW(m_tip, TTM_SETMAXTIPWIDTH, 0, 320);
+    m_anchor = anchor;
+  } else {
+    SendMessageW(m_tip, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&ti));
+  }
+  std::wstring wtitle = text::Cp1250ToWide(title);
+  SendMessageW(m_tip, TTM_SETTITLEW, title.empty() ? TTI_NONE : static_cast<WPARAM>(icon),
+               reinterpret_cast<LPARAM>(wtitle.c_str()));
+  m_text = text;
+  m_title = title;
+  RECT r;
+  GetWindowRect(anchor, &r);
+  SendMessageW(m_tip, TTM_TRACKPOSITION, 0, MAKELPARAM((r.left + r.right) / 2, r.bottom - 2));
+  SendMessageW(m_tip, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&ti));
+}
+
+void BalloonTip::Hide() {
+  if (!IsWindow(m_tip) || !m_anchor) return;
+  TTTOOLINFOW ti{};
+  ti.cbSize = TTTOOLINFOW_V2_SIZE;
+  ti.hwnd = m_anchor;
+  ti.uId = 1;
+  SendMessageW(m_tip, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&ti));
+}
+
+bool BalloonTip::IsVisible() const { return IsWindow(m_tip) && IsWindowVisible(m_tip); }
+
+namespace {
+
+struct ThreadTip {
+  std::unique_ptr<BalloonTip> tip;
+  UINT_PTR timer = 0;
+};
+thread_local std::map<HWND, ThreadTip> t_tips;
+
+void CALLBACK TipTimer(HWND, UINT, UINT_PTR timer, DWORD) {
+  for (auto& [control, entry] : t_tips) {
+    if (entry.timer == timer) {
+      HideTipMsgBox(control);
+      return;
+    }
+  }
+  KillTimer(nullptr, timer);
+}
+
+}  // namespace
+
+int TipIconFromStyle(UINT style) {
+  switch (style & MB_ICONMASK) {
+    case MB_ICONERROR:
+      return TTI_ERROR;
+    case MB_ICONWARNING:
+      return TTI_WARNING;
+    case MB_ICONINFORMATION:
+      return TTI_INFO;
+    default:
+      return TTI_NONE;
+  }
+}
+
+HWND TipMsgBox(HWND control, const std::string& title, const std::string& text, UINT style, UINT milliseconds) {
+  // Tips of controls that are gone go with them.
+  std::erase_if(t_tips, [](auto& e) {
+    if (IsWindow(e.first)) return false;
+    if (e.second.timer) KillTimer(nullptr, e.second.timer);
+    return true;
+  });
+  if (!IsWindow(control)) return nullptr;
+  ThreadTip& entry = t_tips[control];
+  if (!entry.tip) entry.tip = std::make_unique<BalloonTip>();
+  if (entry.timer) KillTimer(nullptr, entry.timer);
+  entry.tip->Show(control, title, text, TipIconFromStyle(style));
+  entry.timer = SetTimer(nullptr, 0, milliseconds, TipTimer);
+  return entry.tip->Window();
+}
+
+HWND CurrentTipWindow(HWND control) {
+  auto it = t_tips.find(control);
+  return it != t_tips.end() && it->second.tip && it->second.tip->IsVisible() ? it->second.tip->Window() : nullptr;
+}
+
+std::string CurrentTipText(HWND control) {
+  auto it = t_tips.find(control);
+  return CurrentTipWindow(control) ? it->second.tip->Text() : std::string();
+}
+
+void HideTipMsgBox(HWND control) {
+  for (auto& [c, entry] : t_tips) {
+    if (control && c != control) continue;
+    if (entry.timer) {
+      KillTimer(nullptr, entry.timer);
+      entry.timer = 0;
+    }
+    if (entry.tip) entry.tip->Hide();
+  }
+}
+
+}  // namespace varion

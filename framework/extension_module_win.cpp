@@ -1,0 +1,21 @@
+#include "framework/extension_module_win.h"
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include "framework/hook_supp_win.h"
+
+namespace varion {
+
+bool InitExtensionModule() {
+  // Tooltips (error balloons, info tips), date-time pickers, list views and sliders of the
+  // exchange functions, and the standard classes the library copies.
+  INITCOMMONCONTROLSEX icc{sizeof icc, ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
+  return InitCommonControlsEx(&icc) != FALSE;
+}
+
+void TermExtensionModule(bool processEnding) {
+  if (!processEnding) CHookSupp::TermVelControls();
+}
+
+}  // namespace varion

@@ -1,0 +1,253 @@
+#include "framework/hook_supp_win.h"
+
+#include <cstring>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <type_traits>
+
+#include "base/text.h"
+#include "framework/framework_log.h"
+#include "framework/library_module_win.h"
+#include "framework/vel_controls_win.h"
+
+std::atomic<int> CHookSupp::m_bInitialized{0};
+std::atomic<int> CHookSupp::m_nHookGuard{0};
+void* CHookSupp::m_pVXAXState = nullptr;
+
+namespace {
+
+BOOL AttachEdit(HWND h, CREATESTRUCTW*) { return CVelEditBase::Attach(h) != nullptr; }
+BOOL AttachCombo(HWND h, CREATESTRUCTW*) { return CVelComboBox::Attach(h) != nullptr; }
+BOOL AttachAnalityka(HWND h, CREATESTRUCTW*) { return CVelAnalitykaEdit::Attach(h) != nullptr; }
+
+constexpr UINT kOwnClassStyle = CS_VREDRAW | CS_HREDRAW | CS_DBLCLKS;  // 11
+constexpr std::size_t kClassNameLimit = 100;
+
+// Registration order matters to hosts that look classes up by position in old tools; keep it.
+const varion::VelClassEntry kClasses[] = {
+    {"vel_addbtn", nullptr, nullptr},
+    {"vel_editbtn", nullptr, nullptr},
+    {"vel_listbtn", nullptr, nullptr},
+    {"vel_deletebtn", nullptr, nullptr},
+    {"vel_bkgnd", nullptr, nullptr},
+    {"vel_bmpbutton", nullptr, nullptr},
+    {"vel_hyperlink", nullptr, nullptr},
+    {"vel_combohyperlink", nullptr, nullptr},
+    {"vel_combohyperlinkex", nullptr, nullptr},
+    {"vel_htmlctrl", nullptr, nullptr},
+    {"vel_htmlcnt", nullptr, nullptr},
+    {"vel_infoframe", nullptr, nullptr},
+    {"vel_calculator", nullptr, nullptr},
+    {"vel_calendar", nullptr, nullptr},
+    {"vel_colorpicker", nullptr, nullptr},
+    {"vel_colorpopup", nullptr, nullptr},
+    {"vel_gridcnt", nullptr, nullptr},
+    {"vel_eyes", nullptr, nullptr},
+    {"vel_piepercent", nullptr, nullptr},
+    {"vel_planner", nullptr, nullptr},
+    {"vel_numeredit", "Edit", AttachEdit},
+    {"vel_paramedit", "Edit", AttachEdit},
+    {"vel_dateedit", "Edit", AttachEdit},
+    {"vel_curredit", "Edit", AttachEdit},
+    {"vel_wwwedit", "Edit", AttachEdit},
+    {"vel_mailedit", "Edit", AttachEdit},
+    {"vel_folderedit", "Edit", AttachEdit},
+    {"vel_fileedit", "Edit", AttachEdit},
+    {"vel_ggedit", "Edit", AttachEdit},
+    {"vel_skypeedit", "Edit", AttachEdit},
+    {"vel_nipedit", "Edit", AttachEdit},
+    {"vel_nipeditex", "Edit", AttachEdit},
+    {"vel_rbedit", "Edit", AttachEdit},
+    {"vel_peseledit", "Edit", AttachEdit},
+    {"vel_regonedit", "Edit", AttachEdit},
+    {"vel_analitykaedit", "Edit", AttachAnalityka},
+    {"DropdownCombobox", "ComboBox", AttachCombo},
+    {"vel_adresedit", "Edit", AttachEdit},
+    {"vel_timeeditex", "Edit", AttachEdit},
+    {"vel_currenteredit", "Edit", AttachEdit},
+    {"vel_idwewnetrznyedit", "Edit", AttachEdit},
+};
+
+const char* const kVxaxClasses[][2] = {
+    {"VXAX_Edit", "Edit"}, {"VXAX_ListBox", "ListBox"}, {"VXAX_ComboBox", "ComboBox"}};
+
+// Window class names compare without regard to case, as the system compares them.
+struct NoCase {
+  bool operator()(const std::string& a, const std::string& b) const { return _stricmp(a.c_str(), b.c_str()) < 0; }
+};
+
+std::mutex g_mapMutex;
+std::map<std::string, VelSubclassProc, NoCase> g_map;
+std::atomic<bool> g_subclassing{true};
+GridLibraryBinding g_grid;
+
+struct HookDeleter {
+  void operator()(HHOOK h) const { UnhookWindowsHookEx(h); }
+};
+using unique_hook = std::unique_ptr<std::remove_pointer_t<HHOOK>, HookDeleter>;
+
+// The library's per-thread state.
+struct ThreadState {
+  unique_hook hook;
+};
+thread_local ThreadState t_state;
+
+const wchar_t kVisualStyleProp[] = L"VarionVisualStyle";
+
+}  // namespace
+
+namespace varion {
+const VelClassEntry* VelClassTable(std::size_t* count) {
+  if (count) *count = std::size(kClasses);
+  return kClasses;
+}
+}  // namespace varion
+
+void CHookSupp::RegisterVelClass(const char* className, WNDPROC proc, const char* baseClass, HBRUSH brush, UINT style) {
+  const std::wstring name = varion::text::Cp1250ToWide(className);
+  WNDCLASSEXW wc{};
+  wc.cbSize = sizeof wc;
+  if (baseClass) {
+    if (!GetClassInfoExW(nullptr, varion::text::Cp1250ToWide(baseClass).c_str(), &wc)) return;
+    wc.cbSize = sizeof wc;
+  } else {
+    wc.lpfnWndProc = proc;
+    wc.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
+    wc.hbrBackground = brush;
+    wc.style = style;
+  }
+  wc.style |= CS_GLOBALCLASS;
+  wc.hInstance = varion::LibraryModule();
+  wc.lpszClassName = name.c_str();
+  wc.lpszMenuName = nullptr;
+  RegisterClassExW(&wc);
+}
+
+void CHookSupp::InitVXAXVelControls(void* moduleState) {
+  for (const auto& c : kVxaxClasses) RegisterVelClass(c[0], nullptr, c[1], nullptr, 0);
+  if (m_bInitialized) return;
+  InitVelControls();
+  m_pVXAXState = moduleState;
+}
+
+void CHookSupp::InitVelControls() {
+  for (const auto& c : kClasses) RegisterVelClass(c.name, DefWindowProcW, c.baseClass, nullptr, kOwnClassStyle);
+  InitDefSubProcMap();
+  m_bInitialized = 1;
+}
+
+void CHookSupp::InitDefSubProcMap() {
+  for (const auto& c : kClasses)
+    if (c.subclass) AddSubclassProc(c.name, c.subclass);
+}
+
+void CHookSupp::TermVelControls() {
+  {
+    std::lock_guard lock(g_mapMutex);
+    g_map.clear();
+  }
+  for (const auto& c : kClasses) UnregisterClassW(varion::text::Cp1250ToWide(c.name).c_str(), varion::LibraryModule());
+  for (const auto& c : kVxaxClasses)
+    UnregisterClassW(varion::text::Cp1250ToWide(c[0]).c_str(), varion::LibraryModule());
+  m_bInitialized = 0;
+  m_pVXAXState = nullptr;
+}
+
+void CHookSupp::AddSubclassProc(const char* className, VelSubclassProc proc) {
+  if (!className || !proc) return;
+  std::lock_guard lock(g_mapMutex);
+  g_map[className] = proc;
+}
+
+void CHookSupp::RemoveSubclassProc(const char* className) {
+  if (!className) return;
+  std::lock_guard lock(g_mapMutex);
+  g_map.erase(className);
+}
+
+void CHookSupp::RemoveSubclassProc(VelSubclassProc proc) {
+  std::lock_guard lock(g_mapMutex);
+  std::erase_if(g_map, [proc](const auto& entry) { return entry.second == proc; });
+}
+
+VelSubclassProc CHookSupp::FindSubclassProc(const char* className) {
+  if (!className) return nullptr;
+  std::lock_guard lock(g_mapMutex);
+  auto it = g_map.find(className);
+  return it == g_map.end() ? nullptr : it->second;
+}
+
+void CHookSupp::InstallUIHook() {
+  if (m_bInitialized) SetCbtFilter();
+}
+
+void CHookSupp::RemoveUIHook() { RemoveCbtFilter(); }
+
+void CHookSupp::SetCbtFilter() {
+  if (!m_bInitialized || t_state.hook) return;
+  t_state.hook.reset(SetWindowsHookExW(WH_CBT, CbtProc, nullptr, GetCurrentThreadId()));
+}
+
+void CHookSupp::RemoveCbtFilter() { t_state.hook.reset(); }
+
+bool CHookSupp::IsUIHookInstalled() { return t_state.hook != nullptr; }
+
+LRESULT CALLBACK CHookSupp::CbtProc(int code, WPARAM wParam, LPARAM lParam) {
+  if (code == HCBT_CREATEWND && g_subclassing.load(std::memory_order_relaxed)) {
+    auto* cw = reinterpret_cast<CBT_CREATEWNDW*>(lParam);
+    ++m_nHookGuard;
+    Dispatch(reinterpret_cast<HWND>(wParam), cw ? cw->lpcs : nullptr);
+    --m_nHookGuard;
+  }
+  return CallNextHookEx(t_state.hook.get(), code, wParam, lParam);
+}
+
+BOOL CHookSupp::Dispatch(HWND window, CREATESTRUCTW* create) {
+  wchar_t name[257];
+  const int n = GetClassNameW(window, name, static_cast<int>(std::size(name)));
+  if (n <= 0) return FALSE;
+  if (static_cast<std::size_t>(n) >= kClassNameLimit) {
+    varion::FrameworkLog("hook", "window class name of 100 characters or more; stopping the process");
+    TerminateProcess(GetCurrentProcess(), 3);
+  }
+  char narrow[kClassNameLimit];
+  for (int i = 0; i <= n; ++i) narrow[i] = name[i] < 0x80 ? static_cast<char>(name[i]) : '?';
+  VelSubclassProc proc = FindSubclassProc(narrow);
+  return proc ? proc(window, create) : FALSE;
+}
+
+void CHookSupp::SetSubclassingEnabled(bool enabled) { g_subclassing = enabled; }
+bool CHookSupp::IsSubclassingEnabled() { return g_subclassing; }
+
+VEL_VISUAL_STYLE CHookSupp::GetVisualStyle(HWND window) {
+  for (HWND h = window; h; h = GetAncestor(h, GA_PARENT)) {
+    // Stored one above its value, so that an absent property (0) reads apart from VVS_DEFAULT.
+    const auto stored = reinterpret_cast<INT_PTR>(GetPropW(h, kVisualStyleProp));
+    if (stored > 1) return static_cast<VEL_VISUAL_STYLE>(stored - 1);
+  }
+  return VVS_DEFAULT;
+}
+
+void CHookSupp::SetVisualStyle(HWND window, VEL_VISUAL_STYLE style) {
+  if (!IsWindow(window)) return;
+  if (style == VVS_DEFAULT)
+    RemovePropW(window, kVisualStyleProp);
+  else
+    SetPropW(window, kVisualStyleProp, reinterpret_cast<HANDLE>(static_cast<INT_PTR>(style) + 1));
+  RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN);
+}
+
+void CHookSupp::SetGridBinding(const GridLibraryBinding& binding) { g_grid = binding; }
+
+bool CHookSupp::InitGrid(unsigned int flags) {
+  if (!g_grid.GXInit || !g_grid.GXSetNewGridLineMode) return false;
+  g_grid.GXInit(3584);
+  g_grid.GXSetNewGridLineMode(TRUE, flags);
+  return true;
+}
+
+void CHookSupp::TerminateGrid() {
+  if (g_grid.GXTerminate) g_grid.GXTerminate();
+}

@@ -1,0 +1,24 @@
+// The one way the dialog framework asks the user something or tells them something in a box:
+// the save prompt, dialog-level errors and help texts. The message-box subsystem replaces the
+// system box here, and tests put an answering function in place, so that nothing ever waits for
+// a person.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+
+#include "base/export.h"
+
+namespace varion {
+
+// Texts are code page 1250; `type` takes the MB_* bits; the answer is an ID* value.
+using FrameworkMessageBoxFn =
+    std::function<int(HWND owner, const std::string& text, const std::string& caption, UINT type)>;
+
+// Returns the function it replaces; an empty function restores the system box.
+VARION_API FrameworkMessageBoxFn SetFrameworkMessageBox(FrameworkMessageBoxFn fn);
+VARION_API int FrameworkMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT type);
+
+}  // namespace varion
