@@ -1,6 +1,7 @@
 #include "params/where_builders.h"
 
 #include <cctype>
+#include <string_view>
 
 #include "base/sql_literal.h"
 #include "controls/date_tools.h"
@@ -25,21 +26,28 @@ bool IsDateRange(std::int32_t op) {
   }
 }
 
-// "(c<op>v)".
-std::string Compare(const std::string& c, const char* op, const std::string& v) {
-  std::string s;
-  s.reserve(c.size() + v.size() + 6);
-  s += '(';
-  s += c;
-  s += op;
-  s += v;
-  s += ')';
-  return s;
+// Appends every part to `out`, which is cleared first; one allocation for the whole condition.
+template <typename... Parts>
+void Cat(std::string& out, const Parts&... parts) {
+  out.clear();
+  out.reserve((std::string_view(parts).size() + ...));
+  (out.append(std::string_view(parts)), ...);
 }
 
+// "(c<op>v)".
+void Compare(std::string& out, const std::string& c, const char* op, const std::string& v) { Cat(out, "(", c, op, v, ")"); }
+
 // "( (c>=a) AND (c<op>b) )".
-std::string Range(const std::string& c, const std::string& a, const char* upperOp, const std::string& b) {
-  return "( " + Compare(c, ">=", a) + " AND " + Compare(c, upperOp, b) + " )";
+void Range(std::string& out, const std::string& c, const std::string& a, const char* upperOp, const std::string& b) {
+  Cat(out, "( (", c, ">=", a, ") AND (", c, upperOp, b, ") )");
+}
+
+// The value as text without a copy when it already is one.
+bool Text(const Variant& v, std::string& scratch, const std::string*& text) {
+  if ((text = v.GetText())) return true;
+  if (Failed(v.ToText(scratch))) return false;
+  text = &scratch;
+  return true;
 }
 
 }  // namespace
@@ -67,18 +75,19 @@ WhereBuilder BuilderForType(int type, bool wholeList) {
 }
 
 bool BuildString(const ZEST_PARAMS& p, std::string& out) {
-  std::string text;
+  std::string scratch;
+  const std::string* text = nullptr;
   std::int32_t op = 0;
-  if (!Shown(p) || Failed(p.Value.ToText(text)) || !Operator(p.Value2, op)) return false;
+  if (!Shown(p) || !Text(p.Value, scratch, text) || !Operator(p.Value2, op)) return false;
   const std::string& c = p.DbField;
-  const std::string v = SqlOkString(text);
+  const std::string v = SqlOkString(*text);
   switch (op) {
-    case 0x1: out = "(" + c + "='" + v + "')"; return true;
-    case 0x100: out = "(" + c + " LIKE '" + v + "%')"; return true;
-    case 0x200: out = "(" + c + " LIKE '%" + v + "%')"; return true;
+    case 0x1: Cat(out, "(", c, "='", v, "')"); return true;
+    case 0x100: Cat(out, "(", c, " LIKE '", v, "%')"); return true;
+    case 0x200: Cat(out, "(", c, " LIKE '%", v, "%')"); return true;
     case 0x20:
-    case 0x800: out = "(" + c + " IN (" + v + "))"; return true;
-    case 0x30: out = "(" + c + " IN (" + v + ") OR " + c + " IS NULL)"; return true;
+    case 0x800: Cat(out, "(", c, " IN (", v, "))"); return true;
+    case 0x30: Cat(out, "(", c, " IN (", v, ") OR ", c, " IS NULL)"); return true;
     case 0x40: out.clear(); return true;  // any value: no restriction
     default: return false;
   }
@@ -91,15 +100,15 @@ bool BuildCurrency(const ZEST_PARAMS& p, std::string& out) {
   const std::string& c = p.DbField;
   const std::string lower = SqlOkCurrency(a);
   switch (op) {
-    case 0x1: out = Compare(c, "=", lower); return true;
-    case 0x2: out = Compare(c, "<", lower); return true;
-    case 0x4: out = Compare(c, "<=", lower); return true;
-    case 0x8: out = Compare(c, ">", lower); return true;
-    case 0x10: out = Compare(c, ">=", lower); return true;
+    case 0x1: Compare(out, c, "=", lower); return true;
+    case 0x2: Compare(out, c, "<", lower); return true;
+    case 0x4: Compare(out, c, "<=", lower); return true;
+    case 0x8: Compare(out, c, ">", lower); return true;
+    case 0x10: Compare(out, c, ">=", lower); return true;
     case 0x1000: {
       Amount b;
       if (Failed(p.Value2.ToAmount(b)) || !b.IsValid()) return false;
-      out = Range(c, lower, "<=", SqlOkCurrency(b));
+      Range(out, c, lower, "<=", SqlOkCurrency(b));
       return true;
     }
     default: return false;
@@ -113,17 +122,17 @@ bool BuildDate(const ZEST_PARAMS& p, const SqlDialect& dialect, std::string& out
   const std::string& c = p.DbField;
   switch (op) {
     case 0x1:
-    case 0x100000: out = Compare(c, "=", dialect.DateLiteral(d)); return true;
-    case 0x2: out = Compare(c, "<", dialect.DateLiteral(d)); return true;
+    case 0x100000: Compare(out, c, "=", dialect.DateLiteral(d)); return true;
+    case 0x2: Compare(out, c, "<", dialect.DateLiteral(d)); return true;
     case 0x4:
-    case 0x400: out = Compare(c, "<=", dialect.DateLiteral(d)); return true;
-    case 0x8: out = Compare(c, ">", dialect.DateLiteral(d)); return true;
-    case 0x10: out = Compare(c, ">=", dialect.DateLiteral(d)); return true;
+    case 0x400: Compare(out, c, "<=", dialect.DateLiteral(d)); return true;
+    case 0x8: Compare(out, c, ">", dialect.DateLiteral(d)); return true;
+    case 0x10: Compare(out, c, ">=", dialect.DateLiteral(d)); return true;
     default: break;
   }
   DateTime e;
   if (!IsDateRange(op) || !Date(p.Value2, e)) return false;
-  out = Range(c, dialect.DateLiteral(d), "<=", dialect.DateLiteral(e));
+  Range(out, c, dialect.DateLiteral(d), "<=", dialect.DateLiteral(e));
   return true;
 }
 
@@ -139,26 +148,26 @@ bool BuildDateWholeDay(const ZEST_PARAMS& p, const SqlDialect& dialect, std::str
     case 0x1:
     case 0x100000:
       if (!d1.IsValid()) return false;
-      out = Compare(c, ">=", dialect.DateLiteral(d)) + " AND " + Compare(c, "<", dialect.DateLiteral(d1));
+      Cat(out, "(", c, ">=", dialect.DateLiteral(d), ") AND (", c, "<", dialect.DateLiteral(d1), ")");
       return true;
-    case 0x2: out = Compare(c, "<", dialect.DateLiteral(d)); return true;
+    case 0x2: Compare(out, c, "<", dialect.DateLiteral(d)); return true;
     case 0x4:
     case 0x400:
       if (!d1.IsValid()) return false;
-      out = Compare(c, "<", dialect.DateLiteral(d1));
+      Compare(out, c, "<", dialect.DateLiteral(d1));
       return true;
     case 0x8:
       if (!d1.IsValid()) return false;
-      out = Compare(c, ">=", dialect.DateLiteral(d1));
+      Compare(out, c, ">=", dialect.DateLiteral(d1));
       return true;
-    case 0x10: out = Compare(c, ">=", dialect.DateLiteral(d)); return true;
+    case 0x10: Compare(out, c, ">=", dialect.DateLiteral(d)); return true;
     default: break;
   }
   CVelOleDateTime e;
   if (!IsDateRange(op) || !Date(p.Value2, e)) return false;
   const CVelOleDateTime e1 = e.AddDays(1);
   if (!e1.IsValid()) return false;
-  out = Range(c, dialect.DateLiteral(d), "<", dialect.DateLiteral(e1));
+  Range(out, c, dialect.DateLiteral(d), "<", dialect.DateLiteral(e1));
   return true;
 }
 
@@ -168,15 +177,16 @@ bool BuildHour(const ZEST_PARAMS& p, const SqlDialect& dialect, std::string& out
   DateTime from, to;
   if (!Shown(p) || !p.Value3.IsNull() || !Date(p.Value, from) || !Date(p.Value2, to)) return false;
   const std::string t = dialect.TimeOfDay(p.DbField);
-  out = "(" + t + " >= " + dialect.TimeLiteral(from.Format("%H:%M:00.000")) + ") AND (" + t +
-        " <= " + dialect.TimeLiteral(to.Format("%H:%M:59.999")) + ")";
+  Cat(out, "(", t, " >= ", dialect.TimeLiteral(from.Format("%H:%M:00.000")), ") AND (", t, " <= ",
+      dialect.TimeLiteral(to.Format("%H:%M:59.999")), ")");
   return true;
 }
 
 bool BuildSingleText(const ZEST_PARAMS& p, std::string& out) {
-  std::string text;
-  if (!Shown(p) || Failed(p.Value.ToText(text))) return false;
-  out = "(" + p.DbField + "='" + SqlOkString(text) + "')";
+  std::string scratch;
+  const std::string* text = nullptr;
+  if (!Shown(p) || !Text(p.Value, scratch, text)) return false;
+  Cat(out, "(", p.DbField, "='", SqlOkString(*text), "')");
   return true;
 }
 
@@ -192,14 +202,15 @@ bool BuildIdentifiers(const ZEST_PARAMS& p, std::string& out) {
       const std::size_t zero = list->find('0');
       const bool hasZero =
           zero != std::string::npos && (zero == 0 || !std::isdigit(static_cast<unsigned char>((*list)[zero - 1])));
-      out = "(" + c + " IN (" + *list + ") " + (hasZero ? "OR " + c + " IS NULL" : std::string()) + ")";
+      if (hasZero) Cat(out, "(", c, " IN (", *list, ") OR ", c, " IS NULL)");
+      else Cat(out, "(", c, " IN (", *list, ") )");
     } else {
-      out = "(" + c + " IN (" + *list + "))";
+      Cat(out, "(", c, " IN (", *list, "))");
     }
   } else if (const std::int32_t* n = p.Value.GetInt32()) {
-    out = "(" + c + "=" + std::to_string(*n) + ")";
+    Cat(out, "(", c, "=", std::to_string(*n), ")");
   } else if (p.Value.IsNull()) {
-    out = "(" + c + " IS NULL)";
+    Cat(out, "(", c, " IS NULL)");
   }
   return true;
 }
