@@ -45,7 +45,8 @@ CParamsHtmlWnd::~CParamsHtmlWnd() {
 
 bool CParamsHtmlWnd::Create(HWND parent, const RECT& rect, int id) {
   static const ATOM registered = [] {
-    WNDCLASSEXW wc{sizeof wc};
+    WNDCLASSEXW wc{};
+    wc.cbSize = sizeof wc;
     wc.style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS;
     wc.lpfnWndProc = WndProc;
     wc.hInstance = ThisModule();

@@ -152,7 +152,7 @@ class ReportParamsPage : public GalleryPage {
                    .SetValue(Amount::FromUnits(1000))
                    .SetValue2(Amount::FromUnits(5000))
                    .SetValue3(0x1000)
-                   .SetValueStr("1 000,00 zł do 5 000,00 zł")
+                   .SetValueStr("1\xA0" "000,00 zł do 5\xA0" "000,00 zł")  // no-break spaces keep each amount whole
                    .SetEmpty(false));
     params.Add(ZestParamsString().SetDbField("dok_Opis").SetLabel("Opis").SetStandard(false));
     params.Add(ZestParamsLookup().SetDbField("dok_TowarId").SetLabel("Towar").SetTypeStr("Towary.Lookup"));
@@ -192,10 +192,12 @@ class ReportParamsPage : public GalleryPage {
           "ON dok_MagId = mag_Id LEFT JOIN kh__Kontrahent ON dok_KhId = kh_Id" +
           (where.empty() ? std::string() : " WHERE " + where) + " ORDER BY dok_Data");
       for (; !rs.IsEOF(); rs.MoveNext()) {
+        Amount value;
+        rs.GetCollect("dok_Wartosc").ToAmount(value);
         const std::string line = rs.GetCollect("dok_Numer").AsText() + "   " + rs.GetCollect("dok_Data").AsText() +
                                  "   " + rs.GetCollect("mag_Nazwa").AsText() + "   " +
                                  rs.GetCollect("kh_Nazwa").AsText("(brak kontrahenta)") + "   " +
-                                 rs.GetCollect("dok_Wartosc").AsText() + " zł   " + rs.GetCollect("dok_Opis").AsText();
+                                 value.Format(NumberFormat{}, 2) + " zł   " + rs.GetCollect("dok_Opis").AsText();
         SendMessageW(m_rows, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text::Cp1250ToWide(line).c_str()));
       }
       SetText(m_status, "Wierszy: " + std::to_string(rs.GetRecordCount()) + " z 8 dokumentów.");
