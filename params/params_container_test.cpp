@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 
 #include "db/rt_instance.h"
@@ -16,10 +17,7 @@ using varion::Variant;
 
 // A container with its default parameters on a fixed day, 15 May 2024.
 struct Report : CZestParamsContainer {
-  Report() {
-    SetClock(&clock);
-    CreateDefParams();
-  }
+  Report() { SetClock(&clock), CreateDefParams(); }
   void Set(const char* name, const Variant& value) {
     ZEST_PARAMS* p = FindParam(name);
     if (!p) p = &GetParams()[GetParams().Add(ZestParams::ZestParamsSelectionDbObject())];
@@ -30,27 +28,20 @@ struct Report : CZestParamsContainer {
   DateTools::FixedClock clock{DateTime(2024, 5, 15, 9, 30)};
 };
 
-TEST(DateRangeTags, EightNamedPeriodsAndNoCode18) {
-  Report r;
-  ASSERT_EQ(CZestParamsContainer::g_tags.size(), 8u);
-  EXPECT_EQ(CZestParamsContainer::g_tags.at("POPRZEDNI_MIESIAC"), std::make_pair(19, std::string("poprzedni miesiąc")));
-  for (const auto& [tag, entry] : CZestParamsContainer::g_tags) EXPECT_NE(entry.first, 18) << tag;
-}
-
-class Polish : public IFlgPolaWlasne {
- public:
+// Knows one custom field.
+struct Provider : IFlgPolaWlasne {
   std::string ParseSql(const std::string& sql) override {
     std::string s = sql;
-    const std::string known = "{tw_Towar.tw_Nazwa}";
-    for (std::size_t at; (at = s.find(known)) != std::string::npos;) s.replace(at, known.size(), "tw_Nazwa");
-    return s;
+    return s.replace(s.find("{tw_Towar.tw_Nazwa}"), 19, "tw_Nazwa");
   }
 };
 
 TEST(FormatSql, TagsLiteralsAndPlaceholders) {
   Report r;
+  ASSERT_EQ(CZestParamsContainer::g_tags.size(), 8u);
+  EXPECT_EQ(CZestParamsContainer::g_tags.at("POPRZEDNI_MIESIAC").first, 19);
   r.Set("MAGAZYN", std::int32_t{2});
-  Polish provider;
+  Provider provider;
   struct Case {
     const char* sql;
     const char* expected;
@@ -95,13 +86,10 @@ TEST(ZestParamsContainer, StoredConfigurationRoundTrip) {
   loaded.Set("UZYTKOWNIK", std::int32_t{7});
   stream.Seek(0, varion::db::SeekOrigin::Begin, nullptr);
   ASSERT_EQ(loaded.LoadCfg(stream), varion::kOk);
-  EXPECT_EQ(loaded.FindParam("MAGAZYN")->Value, Variant(std::int32_t{3}));
-  EXPECT_FALSE(loaded.FindParam("MAGAZYN")->Empty);
-  EXPECT_EQ(loaded.FindParam("UZYTKOWNIK")->Value, Variant(std::int32_t{7}));
-  EXPECT_EQ(loaded.FindParam("TYLKO_TU"), nullptr);
-  const ZEST_PARAMS& okres = *loaded.FindParam("OKRES");
-  EXPECT_EQ(okres.DisplayValue, "bieżący miesiąc");
-  EXPECT_EQ(okres.ValueStr, "2025-02-01 AND 2025-02-28");
+  EXPECT_TRUE(loaded.FindParam("MAGAZYN")->Value == Variant(std::int32_t{3}) && !loaded.FindParam("MAGAZYN")->Empty);
+  EXPECT_TRUE(loaded.FindParam("UZYTKOWNIK")->Value == Variant(std::int32_t{7}) && !loaded.FindParam("TYLKO_TU"));
+  EXPECT_EQ(loaded.FindParam("OKRES")->DisplayValue + " " + loaded.FindParam("OKRES")->ValueStr,
+            "bieżący miesiąc 2025-02-01 AND 2025-02-28");
 
   // A broken or foreign stream changes nothing.
   std::vector<std::uint8_t> bytes = stream.Bytes();
@@ -116,19 +104,12 @@ TEST(ZestParamsContainer, StoredConfigurationRoundTrip) {
 
 TEST(ParamHistTools, ListNamesExactlyTheParametersNotToReplace) {
   const std::wstring list = ParamHistTools::GetNotUpdatableParametersList();
-  ASSERT_FALSE(list.empty());
-  EXPECT_NE(list.back(), L',');
+  ASSERT_TRUE(!list.empty() && list.front() == L'\'' && list.back() == L'\'');
   std::size_t names = 0;
-  for (std::size_t at = 0; at < list.size(); ++names) {
-    ASSERT_EQ(list[at], L'\'');
-    const std::size_t end = list.find(L'\'', at + 1);
-    ASSERT_NE(end, std::wstring::npos);
-    EXPECT_FALSE(ParamHistTools::IsParameterUpdatable(list.substr(at + 1, end - at - 1)));
-    at = end + 2;  // past "',"
-  }
-  EXPECT_GT(names, 0u);
+  for (std::size_t at = 1, end; (end = list.find(L'\'', at)) != std::wstring::npos; at = end + 3, ++names)
+    EXPECT_FALSE(ParamHistTools::IsParameterUpdatable(list.substr(at, end - at)));
+  EXPECT_EQ(names, static_cast<std::size_t>(std::count(list.begin(), list.end(), L',') + 1));
   EXPECT_TRUE(ParamHistTools::IsParameterUpdatable(L"OKRES"));
-  EXPECT_TRUE(ParamHistTools::IsParameterUpdatable(L""));
 }
 
 // Report SQL with tags, run on real servers after substitution.
@@ -136,16 +117,14 @@ class ReportSql : public ::testing::TestWithParam<std::string> {
  protected:
   ReportSql() : m_db(GetParam()), m_conn(m_db.Connect()) {
     varion::db::schema::CreateSchema(m_conn);
-    for (const char* sql : {"INSERT INTO pr_Pracownik (pr_Imie) VALUES ('Ewa')", "INSERT INTO pr_Pracownik (pr_Imie) VALUES ('Łucja')",
-                            "INSERT INTO ctx_Grupa (ctg_Nazwa, ctg_Sql) VALUES ('Handlowcy', 'SELECT 5 UNION SELECT 6')",
-                            })
-      m_conn.Execute(sql);
     m_conn.Execute(std::string("CREATE TABLE dok (id INT, mag INT, uz INT, pr INT, data ") + m_conn.Dialect().DateTimeType() + ")");
-    // id, warehouse, user, employee, date
-    const char* rows[] = {"1, 2, 5, 1, '2024-05-01 00:00:00'", "2, 2, 5, 2, '2024-05-31 00:00:00'",
-                          "3, 2, 6, 1, '2024-06-01 00:00:00'", "4, 1, 5, 1, '2024-05-10 00:00:00'",
-                          "5, 2, 9, 2, '2024-04-30 00:00:00'", "6, 2, 6, 2, '2024-05-20 00:00:00'"};
-    for (const char* row : rows) m_conn.Execute(std::string("INSERT INTO dok VALUES (") + row + ")");
+    // Documents: id, warehouse, user, employee, date.
+    for (const char* sql : {"pr_Pracownik (pr_Imie) VALUES ('Ewa')", "pr_Pracownik (pr_Imie) VALUES ('Łucja')",
+                            "ctx_Grupa (ctg_Nazwa, ctg_Sql) VALUES ('Handlowcy', 'SELECT 5 UNION SELECT 6')",
+                            "dok VALUES (1, 2, 5, 1, '2024-05-01 00:00:00')", "dok VALUES (2, 2, 5, 2, '2024-05-31 00:00:00')",
+                            "dok VALUES (3, 2, 6, 1, '2024-06-01 00:00:00')", "dok VALUES (4, 1, 5, 1, '2024-05-10 00:00:00')",
+                            "dok VALUES (5, 2, 9, 2, '2024-04-30 00:00:00')", "dok VALUES (6, 2, 6, 2, '2024-05-20 00:00:00')"})
+      m_conn.Execute(std::string("INSERT INTO ") + sql);
     CRtInstance::Install({m_conn, 5, "ADMIN", ""});
   }
   ~ReportSql() override { CRtInstance::Uninstall(); }

@@ -17,49 +17,35 @@ using varion::testing::PumpMessages;
 struct Dialogs : varion::params::IParamDialogs {
   bool ShowParamDialog(const varion::params::ParamDialogRequest& r, ZEST_PARAMS& p, const varion::db::Connection&) override {
     opened.push_back(r.kind);
-    p.DisplayValue = "Młyn Żytni";
-    p.Empty = false;
+    ZestParams::ZestParamsWrapper(p).SetDisplayValue("Młyn Żytni").SetEmpty(false);
     return true;
   }
   std::vector<varion::params::ParamDialogKind> opened;
 };
 
-// The window's client area as the window paints it, pixel by pixel (0x00RRGGBB).
-std::vector<std::uint32_t> Capture(HWND hwnd, int& width, int& height) {
-  RECT rc;
-  GetClientRect(hwnd, &rc);
-  width = rc.right;
-  height = rc.bottom;
-  BITMAPINFO bi{};
-  bi.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-  bi.bmiHeader.biWidth = width;
-  bi.bmiHeader.biHeight = -height;  // top row first
-  bi.bmiHeader.biPlanes = 1;
-  bi.bmiHeader.biBitCount = 32;
-  bi.bmiHeader.biCompression = BI_RGB;
-  void* bits = nullptr;
-  HDC screen = GetDC(nullptr);
-  HDC dc = CreateCompatibleDC(screen);
-  HBITMAP bmp = CreateDIBSection(screen, &bi, DIB_RGB_COLORS, &bits, nullptr, 0);
-  HGDIOBJ old = SelectObject(dc, bmp);
-  SendMessageW(hwnd, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
-  GdiFlush();
-  const auto* px = static_cast<const std::uint32_t*>(bits);
-  std::vector<std::uint32_t> out(px, px + width * height);
-  SelectObject(dc, old);
-  DeleteObject(bmp);
-  DeleteDC(dc);
-  ReleaseDC(nullptr, screen);
-  for (auto& p : out) p &= 0xFFFFFF;
-  return out;
-}
-
-int CountIn(const std::vector<std::uint32_t>& px, int width, const RECT& r, std::uint32_t rgb) {
-  int n = 0;
-  for (int y = r.top; y < r.bottom; ++y)
-    for (int x = r.left; x < r.right; ++x) n += px[y * width + x] == rgb;
-  return n;
-}
+// The window's client area painted into a memory bitmap.
+struct Painted {
+  explicit Painted(HWND hwnd) {
+    GetClientRect(hwnd, &rc);
+    HDC screen = GetDC(nullptr);
+    dc = CreateCompatibleDC(screen);
+    bmp = CreateCompatibleBitmap(screen, rc.right, rc.bottom);
+    ReleaseDC(nullptr, screen);
+    old = SelectObject(dc, bmp);
+    SendMessageW(hwnd, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
+  }
+  ~Painted() { SelectObject(dc, old), DeleteObject(bmp), DeleteDC(dc); }
+  int Count(const RECT& r, COLORREF color) const {
+    int n = 0;
+    for (int y = r.top; y < r.bottom; ++y)
+      for (int x = r.left; x < r.right; ++x) n += GetPixel(dc, x, y) == color;
+    return n;
+  }
+  RECT rc{};
+  HDC dc;
+  HBITMAP bmp;
+  HGDIOBJ old;
+};
 
 TEST(ParamsWindow, DrawsLinksInTheirColoursAndFollowsClicksAndKeys) {
   auto parent = MakeParentWindow(640, 200);
@@ -79,24 +65,22 @@ TEST(ParamsWindow, DrawsLinksInTheirColoursAndFollowsClicksAndKeys) {
   struct Link {
     const char* href;
     const char* text;
-    std::uint32_t rgb;
-  } links[] = {{"std://0", "bieżący miesiąc", 0x1F3F9F}, {"self://2", "(nie podano wartości)", 0xB02020},
-               {"std://3", "10,00 zł", 0x1F3F9F}};
+    COLORREF color;
+  } links[] = {{"std://0", "bieżący miesiąc", RGB(0x1F, 0x3F, 0x9F)}, {"self://2", "(nie podano wartości)", RGB(0xB0, 0x20, 0x20)},
+               {"std://3", "10,00 zł", RGB(0x1F, 0x3F, 0x9F)}};
   ASSERT_EQ(view.GetLinkCount(), 3);
-  int width = 0, height = 0;
-  const auto px = Capture(view.GetSafeHwnd(), width, height);
-  ASSERT_EQ(width, 600);
-  EXPECT_EQ(px[(height - 2) * width + width - 2], 0xFFFBF0u);  // the tinted page
+  const Painted painted(view.GetSafeHwnd());
+  const int height = painted.rc.bottom;
+  EXPECT_EQ(GetPixel(painted.dc, 598, height - 2), RGB(0xFF, 0xFB, 0xF0));  // the tinted page
   RECT rects[3];
   for (int i = 0; i < 3; ++i) {
     SCOPED_TRACE(links[i].href);
     std::string href, text;
     ASSERT_TRUE(view.GetLink(i, rects[i], href, text));
-    EXPECT_EQ(href, links[i].href);
-    EXPECT_EQ(text, links[i].text);
+    EXPECT_EQ(href + " " + text, std::string(links[i].href) + " " + links[i].text);
     // At least the underline is drawn in the link's colour, and nothing in the other link colour.
-    EXPECT_GE(CountIn(px, width, rects[i], links[i].rgb), rects[i].right - rects[i].left - 4);
-    EXPECT_EQ(CountIn(px, width, rects[i], links[i].rgb ^ 0x1F3F9F ^ 0xB02020), 0);
+    EXPECT_GE(painted.Count(rects[i], links[i].color), rects[i].right - rects[i].left - 4);
+    EXPECT_EQ(painted.Count(rects[i], links[i].color ^ RGB(0x1F, 0x3F, 0x9F) ^ RGB(0xB0, 0x20, 0x20)), 0);
   }
 
   // A click on the empty contractor opens its database list and the page shows the choice.

@@ -16,40 +16,16 @@ TEST(ParamsPageLayout, RunsOfTheGeneratedPageFlowIntoLines) {
   view.GetParams().Add(ZestParams::ZestParamsCurrency().SetLabel("Kwota").SetValuePrefix("od").SetValueStr("10 do 20").SetEmpty(false));
   std::string html;
   view.GenerateContentsHtml(CParamsHtmlCtrl::kHomeUrl, html);
-  const auto runs = PageRuns(html);
-  struct Run {
-    const char* text;
-    const char* href;
-    bool defined;
-  } expected[] = {{"Okres ", "", false},        {"maj 2024", "std://0", true}, {", Nazwa sklepu ", "", false},
-                  {"(nie podano wartości)", "self://1", false}, {", Kwota ", "", false}, {"od 10 do 20", "std://2", true}};
-  ASSERT_EQ(runs.size(), std::size(expected));
-  for (std::size_t i = 0; i < runs.size(); ++i) {
-    SCOPED_TRACE(i);
-    EXPECT_EQ(runs[i].text, expected[i].text);
-    EXPECT_EQ(runs[i].href, expected[i].href);
-    EXPECT_EQ(runs[i].defined, expected[i].defined);
-  }
-
-  // One pixel a character: lines of 20 break at blanks, a blank never opens a line, and a link's
-  // words on one line make one box.
-  const auto boxes = FlowRuns(runs, 20, 10, [](std::string_view t) { return static_cast<int>(t.size()); });
-  struct Box {
-    int run;
-    const char* text;
-    int x, y;
-  } lines[] = {{0, "Okres ", 0, 0},  {1, "maj 2024", 6, 0},          {2, ", ", 14, 0},       {2, "Nazwa sklepu ", 0, 10},
-               {3, "(nie ", 13, 10}, {3, "podano wartości)", 0, 20}, {4, ", ", 16, 20},      {4, "Kwota ", 0, 30},
-               {5, "od 10 do 20", 6, 30}};
-  ASSERT_EQ(boxes.size(), std::size(lines));
-  for (std::size_t i = 0; i < boxes.size(); ++i) {
-    SCOPED_TRACE(i);
-    EXPECT_EQ(boxes[i].run, lines[i].run);
-    EXPECT_EQ(boxes[i].text, lines[i].text);
-    EXPECT_EQ(boxes[i].x, lines[i].x);
-    EXPECT_EQ(boxes[i].y, lines[i].y);
-    EXPECT_LE(boxes[i].x + static_cast<int>(boxes[i].text.size()), 21);  // a trailing blank may overhang
-  }
+  // Runs as "text>href" ("*" for a Defined link), then boxes as "y:x:text" at one pixel a character
+  // in lines of 20: breaks at blanks, no blank opening a line, a link's words on a line in one box.
+  std::string runs, boxes;
+  for (const auto& r : PageRuns(html)) runs += "[" + r.text + ">" + r.href + (r.defined ? "*]" : "]");
+  EXPECT_EQ(runs, "[Okres >][maj 2024>std://0*][, Nazwa sklepu >][(nie podano wartości)>self://1][, Kwota >]"
+                  "[od 10 do 20>std://2*]");
+  for (const auto& b : FlowRuns(PageRuns(html), 20, 10, [](std::string_view t) { return static_cast<int>(t.size()); }))
+    boxes += std::to_string(b.y) + ":" + std::to_string(b.x) + ":" + b.text + "|";
+  EXPECT_EQ(boxes, "0:0:Okres |0:6:maj 2024|0:14:, |10:0:Nazwa sklepu |10:13:(nie |20:0:podano wartości)|20:16:, |"
+                   "30:0:Kwota |30:6:od 10 do 20|");
 }
 
 }  // namespace

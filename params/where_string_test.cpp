@@ -4,7 +4,6 @@
 
 #include <set>
 
-#include "base/sql_literal.h"
 #include "db/connection.h"
 #include "params/params_html_ctrl.h"
 #include "tests/db_backends.h"
@@ -28,16 +27,8 @@ struct Param {
 
   ZEST_PARAMS Record() const {
     ZEST_PARAMS p;
-    ZestParams::ZestParamsWrapper(p)
-        .SetType(static_cast<ZestParamsType>(type))
-        .SetDbField(column)
-        .SetValue(value)
-        .SetValue2(value2)
-        .SetValue3(value3)
-        .SetParam(param)
-        .SetVisible(visible)
-        .SetEmpty(empty)
-        .SetStandard(true);
+    ZestParams::ZestParamsWrapper(p).SetType(static_cast<ZestParamsType>(type)).SetDbField(column).SetValue(value);
+    ZestParams::ZestParamsWrapper(p).SetValue2(value2).SetValue3(value3).SetParam(param).SetVisible(visible).SetEmpty(empty);
     return p;
   }
 };
@@ -49,22 +40,12 @@ std::string WhereOf(const Param& p, const varion::SqlDialect& dialect = varion::
   return view.GetWhereString(0);
 }
 
-// Rows of the table the conditions run on: dates at day boundaries, times of day, amounts at the
-// bounds, NULL identifiers, apostrophes and Polish letters.
-struct Row {
-  int id;
-  const char* d;
-  const char* a;
-  const char* s;
-  const char* k;
-};
-const Row kRows[] = {
-    {1, "2024-05-30 12:00:00", "9.9999", "Łódź", "1"},
-    {2, "2024-05-31 00:00:00", "10", "O'Brien", "2"},
-    {3, "2024-05-31 23:59:59.999", "15", "Zażółć gęślą", "NULL"},
-    {4, "2024-06-01 00:00:00", "20", "Ołówek", "10"},
-    {5, "2024-06-01 08:00:00", "20.0001", "o'brien", "12"},
-    {6, "2024-06-02 12:01:00", "-5", "Gęś", "0"},
+// Rows (id, d, a, s, k) of the table the conditions run on: dates at day boundaries, times of day,
+// amounts at the bounds, NULL identifiers, apostrophes and Polish letters.
+const char* const kRows[] = {
+    "1, '2024-05-30 12:00:00', 9.9999, 'Łódź', 1",         "2, '2024-05-31 00:00:00', 10, 'O''Brien', 2",
+    "3, '2024-05-31 23:59:59.999', 15, 'Zażółć gęślą', NULL", "4, '2024-06-01 00:00:00', 20, 'Ołówek', 10",
+    "5, '2024-06-01 08:00:00', 20.0001, 'o''brien', 12",      "6, '2024-06-02 12:01:00', -5, 'Gęś', 0",
 };
 
 struct Case {
@@ -133,26 +114,18 @@ TEST(WhereString, SqlServerTextOfEachBuilder) {
 
 TEST(WhereString, NoConditionForBadOrUnknownInput) {
   const Param cases[] = {
-      {0, "s", "x", 0x2},                                       // unknown text operator
-      {0, "s", "x", 0x40},                                      // any text
-      {0, "s", kNull, 0x1},                                     // no text in Value
-      {0, "s", "x", "nie liczba"},                              // operator not a number
-      {1, "a", Money(1), {}, 0x400},                            // a date operator on an amount
-      {1, "a", "dziesięć", {}, 0x1},                            // no amount
-      {1, "a", Money(1), "x", 0x1000},                          // range without an upper bound
-      {2, "d", Day(2024, 1, 1), {}, 0x20},                      // unknown date operator
-      {2, "d", "nie data", {}, 0x1},                            // no date
-      {20, "d", Day(2024, 1, 1), {}, 0x12345},                  // unknown whole-day operator
-      {20, "d", Day(9999, 12, 31), {}, 0x4},                    // the next day does not exist
-      {19, "d", Day(2024, 1, 1), Day(2024, 1, 1), std::int32_t{-1}},  // hour needs a null Value3
-      {6, "k", "1, 2", {}, {}, 0x40},                           // identifiers: any
-      {6, "k", Money(3)},                                       // identifiers: neither list, number nor null
-      {8, "k", std::int32_t{1}}, {-1, "k", std::int32_t{1}}, {21, "k", std::int32_t{1}},
-      {22, "k", std::int32_t{1}}, {11, "k", "1"}, {15, "k", "1"},
-      {10, "k", "1, 2"}, {17, "k", "5, 6"}, {18, "k", "1", 0x20},  // whole list only
-      {0, "", "x", 0x1},                                        // no column
-      {0, "s", "x", 0x1, {}, 1, false},                         // hidden
-      {6, "k", std::int32_t{1}, {}, {}, 0x800, true, true},     // empty
+      // Unknown operators, operators of another type, values of the wrong kind.
+      {0, "s", "x", 0x2}, {0, "s", "x", 0x40}, {0, "s", kNull, 0x1}, {0, "s", "x", "nie liczba"},
+      {1, "a", Money(1), {}, 0x400}, {1, "a", "dziesięć", {}, 0x1}, {1, "a", Money(1), "x", 0x1000},
+      {2, "d", Day(2024, 1, 1), {}, 0x20}, {2, "d", "nie data", {}, 0x1}, {20, "d", Day(2024, 1, 1), {}, 0x12345},
+      {20, "d", Day(9999, 12, 31), {}, 0x4},  // the next day does not exist
+      {19, "d", Day(2024, 1, 1), Day(2024, 1, 1), std::int32_t{-1}},  // the hour needs a null Value3
+      {6, "k", "1, 2", {}, {}, 0x40}, {6, "k", Money(3)},  // identifiers: any; neither list, number nor null
+      // Types without a condition of their own, and those of the whole list only.
+      {8, "k", std::int32_t{1}}, {-1, "k", std::int32_t{1}}, {21, "k", std::int32_t{1}}, {22, "k", std::int32_t{1}},
+      {11, "k", "1"}, {15, "k", "1"}, {10, "k", "1, 2"}, {17, "k", "5, 6"}, {18, "k", "1", 0x20},
+      // No column, hidden, empty.
+      {0, "", "x", 0x1}, {0, "s", "x", 0x1, {}, 1, false}, {6, "k", std::int32_t{1}, {}, {}, 0x800, true, true},
   };
   for (const Param& p : cases) {
     SCOPED_TRACE(::testing::Message() << "type " << p.type << " op " << p.value2.AsText() << "/" << p.value3.AsText());
@@ -200,9 +173,7 @@ class WhereOnServer : public ::testing::TestWithParam<std::string> {
     const varion::SqlDialect& d = m_conn.Dialect();
     m_conn.Execute(std::string("CREATE TABLE pt (id INT, d ") + d.DateTimeType() + ", a " + d.AmountType() + ", s " +
                    d.TextType(100) + ", k INT)");
-    for (const Row& r : kRows)
-      m_conn.Execute("INSERT INTO pt VALUES (" + std::to_string(r.id) + ", '" + r.d + "', " + r.a + ", '" +
-                     varion::SqlOkString(r.s) + "', " + r.k + ")");
+    for (const char* row : kRows) m_conn.Execute(std::string("INSERT INTO pt VALUES (") + row + ")");
   }
 
   std::set<int> Select(const std::string& where) const {

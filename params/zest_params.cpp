@@ -33,66 +33,37 @@ std::uint32_t OperatorBitsString(int op) { return Lookup(kStringBits, op); }
 std::uint32_t OperatorBitsCurrency(int op) { return Lookup(kCurrencyBits, op); }
 std::uint32_t OperatorBitsDate(int op) { return Lookup(kDateBits, op); }
 
-#define VARION_TEXT_SETTER(Field)                                    \
-  ZestParamsWrapper& ZestParamsWrapper::Set##Field(const std::string& v) { \
-    m_record->Field = v;                                             \
-    return *this;                                                    \
+// Setters that store their argument in the field of the same name.
+#define VARION_SETTER(Name, Field, Type, Stored)               \
+  ZestParamsWrapper& ZestParamsWrapper::Name(Type v) {        \
+    m_record->Field = Stored;                                  \
+    return *this;                                              \
   }
-VARION_TEXT_SETTER(DbField)
-VARION_TEXT_SETTER(Label)
-VARION_TEXT_SETTER(ValuePrefix)
-VARION_TEXT_SETTER(ValueStr)
-VARION_TEXT_SETTER(Prompt)
-VARION_TEXT_SETTER(ParamStr)
-VARION_TEXT_SETTER(ListFilterSql)
-VARION_TEXT_SETTER(ListFilterWhere)
-VARION_TEXT_SETTER(ListFilterSort)
-VARION_TEXT_SETTER(SavedValue)
-VARION_TEXT_SETTER(TypeStr)
-VARION_TEXT_SETTER(DisplayValue)
-#undef VARION_TEXT_SETTER
+VARION_SETTER(SetDbField, DbField, const std::string&, v)
+VARION_SETTER(SetLabel, Label, const std::string&, v)
+VARION_SETTER(SetValuePrefix, ValuePrefix, const std::string&, v)
+VARION_SETTER(SetValueStr, ValueStr, const std::string&, v)
+VARION_SETTER(SetPrompt, Prompt, const std::string&, v)
+VARION_SETTER(SetParamStr, ParamStr, const std::string&, v)
+VARION_SETTER(SetListFilterSql, ListFilterSql, const std::string&, v)
+VARION_SETTER(SetListFilterWhere, ListFilterWhere, const std::string&, v)
+VARION_SETTER(SetListFilterSort, ListFilterSort, const std::string&, v)
+VARION_SETTER(SetSavedValue, SavedValue, const std::string&, v)
+VARION_SETTER(SetTypeStr, TypeStr, const std::string&, v)
+VARION_SETTER(SetDisplayValue, DisplayValue, const std::string&, v)
+VARION_SETTER(SetValue, Value, const _variant_t&, v)
+VARION_SETTER(SetValue2, Value2, const _variant_t&, v)
+VARION_SETTER(SetValue3, Value3, const _variant_t&, v)
+VARION_SETTER(SetStandard, Standard, bool, v)
+VARION_SETTER(SetVisible, Visible, bool, v)
+VARION_SETTER(SetEmpty, Empty, bool, v)
+VARION_SETTER(SetListFilterAllowVx, ListFilterAllowVx, bool, v)
+VARION_SETTER(SetType, Type, ZestParamsType, v)
+VARION_SETTER(SetParam, Param, unsigned long, static_cast<std::uint32_t>(v))
+VARION_SETTER(SetPaywalled, Paywalled, UprawnieniaDoWersji, v)
+#undef VARION_SETTER
 
-ZestParamsWrapper& ZestParamsWrapper::SetValue(const _variant_t& v) {
-  m_record->Value = v;
-  return *this;
-}
-ZestParamsWrapper& ZestParamsWrapper::SetValue2(const _variant_t& v) {
-  m_record->Value2 = v;
-  return *this;
-}
-ZestParamsWrapper& ZestParamsWrapper::SetValue3(const _variant_t& v) {
-  m_record->Value3 = v;
-  return *this;
-}
 ZestParamsWrapper& ZestParamsWrapper::SetValueAll(const _variant_t& v) { return SetValue(v).SetValue2(v).SetValue3(v); }
-ZestParamsWrapper& ZestParamsWrapper::SetStandard(bool v) {
-  m_record->Standard = v;
-  return *this;
-}
-ZestParamsWrapper& ZestParamsWrapper::SetVisible(bool v) {
-  m_record->Visible = v;
-  return *this;
-}
-ZestParamsWrapper& ZestParamsWrapper::SetEmpty(bool v) {
-  m_record->Empty = v;
-  return *this;
-}
-ZestParamsWrapper& ZestParamsWrapper::SetListFilterAllowVx(bool v) {
-  m_record->ListFilterAllowVx = v;
-  return *this;
-}
-ZestParamsWrapper& ZestParamsWrapper::SetType(ZestParamsType v) {
-  m_record->Type = v;
-  return *this;
-}
-ZestParamsWrapper& ZestParamsWrapper::SetParam(unsigned long v) {
-  m_record->Param = static_cast<std::uint32_t>(v);
-  return *this;
-}
-ZestParamsWrapper& ZestParamsWrapper::SetPaywalled(UprawnieniaDoWersji v) {
-  m_record->Paywalled = v;
-  return *this;
-}
 
 ZestParamsWrapper& ZestParamsWrapper::SetAllowAny() {
   m_record->Param |= kParamAllowAny;
