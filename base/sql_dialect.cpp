@@ -5,6 +5,16 @@
 namespace varion {
 namespace {
 
+std::string Enclose(std::string_view name, char open, char close) {
+  std::string out(1, open);
+  for (char c : name) {
+    out += c;
+    if (c == close) out += c;
+  }
+  out += close;
+  return out;
+}
+
 class SqlServer final : public SqlDialect {
  public:
   DialectKind Kind() const override { return DialectKind::SqlServer; }
@@ -29,6 +39,7 @@ class SqlServer final : public SqlDialect {
   std::string Concat(std::string_view a, std::string_view b) const override {
     return std::string(a) + " + " + std::string(b);
   }
+  std::string QuoteIdentifier(std::string_view n) const override { return Enclose(n, '[', ']'); }
 };
 
 class Sqlite final : public SqlDialect {
@@ -56,6 +67,7 @@ class Sqlite final : public SqlDialect {
   std::string Concat(std::string_view a, std::string_view b) const override {
     return std::string(a) + " || " + std::string(b);
   }
+  std::string QuoteIdentifier(std::string_view n) const override { return Enclose(n, '"', '"'); }
 };
 
 class Postgres final : public SqlDialect {
@@ -82,6 +94,7 @@ class Postgres final : public SqlDialect {
   std::string Concat(std::string_view a, std::string_view b) const override {
     return std::string(a) + " || " + std::string(b);
   }
+  std::string QuoteIdentifier(std::string_view n) const override { return Enclose(n, '"', '"'); }
 };
 
 }  // namespace

@@ -42,6 +42,9 @@ class VARION_API SqlDialect {
   virtual const char* IdentityType() const = 0;          // an auto-numbered integer key
   // Concatenation of two text expressions.
   virtual std::string Concat(std::string_view a, std::string_view b) const = 0;
+  // A column or alias name that holds blanks or other characters an identifier cannot: SQL
+  // Server brackets it, the others put it in double quotes; the closing mark inside is doubled.
+  virtual std::string QuoteIdentifier(std::string_view name) const = 0;
 };
 
 VARION_API const SqlDialect& SqlServerDialect();

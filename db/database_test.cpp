@@ -505,6 +505,10 @@ TEST_P(DatabaseTest, LiteralWritersSurviveTheServer) {
   Recordset rs = m_conn.OpenRS("SELECT uz_Id, uz_Nazwisko FROM pd_Uzytkownik WHERE uz_Nazwisko = " + literal);
   ASSERT_EQ(rs.GetRecordCount(), 1u);
   EXPECT_EQ(rs.GetCollect("uz_Nazwisko"), Variant(name));
+  // Text written inside the statement and text sent bound must be stored as the same bytes.
+  Statement byParameter = m_conn.Prepare("SELECT COUNT(*) AS n FROM pd_Uzytkownik WHERE uz_Nazwisko = ?");
+  byParameter.Bind(1, Variant(name));
+  EXPECT_EQ(byParameter.Open().GetCollect("n").AsInt32(), 1);
 }
 
 TEST_P(DatabaseTest, RunningInstanceHandsOutItsConnection) {

@@ -6,6 +6,9 @@
 #endif
 #include <sql.h>
 #include <sqlext.h>
+#if !defined(_WIN32)
+#include <locale.h>
+#endif
 
 #include <cstring>
 #include <set>
@@ -20,6 +23,31 @@ namespace varion::db::detail {
 namespace {
 
 SQLWCHAR* W(std::u16string& s) { return reinterpret_cast<SQLWCHAR*>(s.data()); }
+
+#if !defined(_WIN32)
+// unixODBC turns our wide calls into 8-bit text for drivers without wide entry points (the SQLite
+// driver is one), in the character set of the locale in force when the handles are allocated. A host
+// in the "C" locale would send Latin-1 and lose every Polish letter outside it, so connections
+// are made under a UTF-8 locale of the calling thread only; the host's process locale is untouched.
+class Utf8ConnectLocale {
+ public:
+  Utf8ConnectLocale() {
+    static const locale_t utf8 = newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
+    if (utf8) m_previous = uselocale(utf8);
+  }
+  ~Utf8ConnectLocale() {
+    if (m_previous) uselocale(m_previous);
+  }
+  Utf8ConnectLocale(const Utf8ConnectLocale&) = delete;
+  Utf8ConnectLocale& operator=(const Utf8ConnectLocale&) = delete;
+
+ private:
+  locale_t m_previous = static_cast<locale_t>(nullptr);
+};
+#else
+// Under Wine and on Windows the driver manager's own conversion applies; nothing to adjust.
+struct Utf8ConnectLocale {};
+#endif
 
 std::u16string FromW(const SQLWCHAR* p, std::size_t units) {
   return std::u16string(reinterpret_cast<const char16_t*>(p), units);
@@ -150,6 +178,7 @@ class OdbcConnection final : public ConnectionBackend {
   ~OdbcConnection() override { Close(); }
 
   void Connect(const std::u16string& connectionString) {
+    Utf8ConnectLocale utf8;  // unixODBC fixes its conversion while the handles are made
     if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &m_env)))
       throw ComError(kDbConnection, "SQLAllocHandle(SQL_HANDLE_ENV)", "HY001");
     SQLSetEnvAttr(m_env, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);

@@ -42,7 +42,7 @@ std::vector<Rows> Dictionaries() {
        "pr_Imie, pr_Nazwisko, pr_Pesel",
        {{"Katarzyna", "Źródłowska", "90010112345"}, {"Łukasz", "Żak", "85120354321"}}},
       {"pd__Podmiot", "pd_Nazwa, pd_Email", {{"Varion Demo sp. z o.o.", "biuro@example.pl"}}},
-      {"log_Parametry", "logp_Wlaczone, logp_MinRodzaj", {{1, 1}}},
+      {"log_Parametry", "logp_Wlaczone", {{1}}},
       {"ks_Klasyfikatory", "ksk_Nazwa", {{"Klienci hurtowi"}, {"Dostawcy"}}},
       {"ctx_Grupa", "ctg_Nazwa, ctg_Sql", {{"Kontrahenci z Polski", "SELECT adr_IdObiektu FROM adr__Ewid WHERE adr_IdPanstwo = 1"}}},
       {"sl_GratAtrybutGodzinDni",

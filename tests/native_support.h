@@ -1,4 +1,5 @@
-// Helpers shared by the native test programs: temporary folders and seeds for property tests.
+// Helpers shared by the test programs, native and under Wine: temporary folders and seeds for
+// property tests.
 #pragma once
 
 #include <string>

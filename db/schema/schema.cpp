@@ -33,11 +33,10 @@ constexpr ColumnDef kLog[] = {
     {"log_Informacje", K::LongText},
 };
 
-// One row switches database logging: the first by identifier counts.
+// The first row by identifier switches database logging: "logp_Wlaczone" not 0 turns it on.
 constexpr ColumnDef kLogParams[] = {
     {"logp_Id", K::Id},
     {"logp_Wlaczone", K::Int, 0, true},
-    {"logp_MinRodzaj", K::Int},
 };
 
 constexpr ColumnDef kWarnings[] = {
@@ -83,6 +82,26 @@ constexpr ColumnDef kCustomGrid[] = {
     {"grg_SqlWhere", K::LongText},
     {"grg_KolumnyWlasneWidoczne", K::Int},
 };
+
+// Conditional row formats of the lists: per grid section and list, for every user (0) or one.
+constexpr ColumnDef kGridFormats[] = {
+    {"grf_Id", K::Id},
+    {"grf_Section", K::Text, 255, true},
+    {"grf_IdListy", K::Int, 0, true},
+    {"grf_IdUzytkownika", K::Int, 0, true},
+    {"grf_Nazwa", K::Text, 255},
+    {"grf_Warunek", K::LongText},
+    {"grf_Tabele", K::LongText},
+    {"grf_Kolumna", K::Text, 255},
+    {"grf_KolorTekstu", K::Int},
+    {"grf_KolorTla", K::Int},
+    {"grf_Pogrubienie", K::Int},
+    {"grf_Kursywa", K::Int},
+    {"grf_Przekreslenie", K::Int},
+    {"grf_Aktywny", K::Int, 0, true},
+    {"grf_Kolejnosc", K::Int},
+};
+constexpr IndexDef kGridFormatsIdx[] = {{"IX_grf_Lista", "grf_Section, grf_IdListy", false}};
 
 constexpr ColumnDef kUsers[] = {
     {"uz_Id", K::Id},
@@ -166,6 +185,7 @@ constexpr TableDef kTables[] = {
     {"gr__KonfiguracjaEx", kGridConfig, kGridConfigIdx},
     {"gr__Grid", kGrid, {}},
     {"gr_GridWlasny", kCustomGrid, {}},
+    {"gr_FormatowanieWarunkowe", kGridFormats, kGridFormatsIdx},
     {"pd_Uzytkownik", kUsers, {}},
     {"sl_Oddzialy", kBranches, {}},
     {"sl_Magazyn", kWarehouses, {}},
