@@ -46,7 +46,10 @@ class Utf8ConnectLocale {
 };
 #else
 // Under Wine and on Windows the driver manager's own conversion applies; nothing to adjust.
-struct Utf8ConnectLocale {};
+struct Utf8ConnectLocale {
+  Utf8ConnectLocale() {}
+  ~Utf8ConnectLocale() {}
+};
 #endif
 
 std::u16string FromW(const SQLWCHAR* p, std::size_t units) {
