@@ -192,7 +192,7 @@ void CZestParamsContainer::CreateDefParams() {
   struct Lookup {
     ZestParamsType type;
     const char* label;
-    const char* spec;
+    const char* lookupText;
     const char* name;
   };
   static const Lookup lookups[] = {
@@ -206,7 +206,7 @@ void CZestParamsContainer::CreateDefParams() {
   };
   // Reports show the parameters they use; the others stay hidden.
   for (const Lookup& l : lookups)
-    add(ZestParamsEmpty().SetType(l.type).SetLabel(l.label).SetTypeStr(l.spec).SetVisible(false), l.name);
+    add(ZestParamsEmpty().SetType(l.type).SetLabel(l.label).SetTypeStr(l.lookupText).SetVisible(false), l.name);
   add(ZestParamsEmpty()
           .SetType(ZestParamsTypeKlasyfikator)
           .SetLabel("Klasyfikator")

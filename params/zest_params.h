@@ -74,7 +74,7 @@ struct VARION_API ZEST_PARAMS {
   std::string ListFilterSort;
   std::int32_t ListFilterAllowVx;
   std::string SavedValue;
-  std::string TypeStr;       // type-dependent, e.g. the lookup specification "search#lookup[#n#m]"
+  std::string TypeStr;       // type-dependent, e.g. a lookup as "search#lookup[#n#m]"
   std::string DisplayValue;  // the value as shown; ValueStr is shown when this is empty
   std::uint32_t Aux1, Aux2;  // untouched by the record itself
   InitHandlerFn InitHandler;
