@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <cmath>
-#include <cstdio>
 #include <ctime>
 
 namespace varion {
@@ -212,7 +211,22 @@ std::string DateTime::Format(std::string_view pattern) const {
   DateParts p;
   if (!GetParts(p)) return {};
   std::string out;
-  char buf[16];
+  out.reserve(pattern.size() + 8);
+  // Zero-padded decimal digits; SQL literals of every report condition go through here, so no
+  // formatted-output machinery per field.
+  auto digits = [&out](int value, int width) {
+    char buf[12];
+    int n = 0;
+    bool negative = value < 0;
+    unsigned v = negative ? 0u - static_cast<unsigned>(value) : static_cast<unsigned>(value);
+    do {
+      buf[n++] = static_cast<char>('0' + v % 10);
+      v /= 10;
+    } while (v);
+    while (n < width) buf[n++] = '0';
+    if (negative) out += '-';
+    while (n) out += buf[--n];
+  };
   for (size_t i = 0; i < pattern.size(); ++i) {
     char c = pattern[i];
     if (c != '%' || i + 1 == pattern.size()) {
@@ -221,18 +235,20 @@ std::string DateTime::Format(std::string_view pattern) const {
     }
     char spec = pattern[++i];
     switch (spec) {
-      case 'Y': std::snprintf(buf, sizeof buf, "%04d", p.year); break;
-      case 'y': std::snprintf(buf, sizeof buf, "%02d", p.year % 100); break;
-      case 'm': std::snprintf(buf, sizeof buf, "%02d", p.month); break;
-      case 'd': std::snprintf(buf, sizeof buf, "%02d", p.day); break;
-      case 'H': std::snprintf(buf, sizeof buf, "%02d", p.hour); break;
-      case 'M': std::snprintf(buf, sizeof buf, "%02d", p.minute); break;
-      case 'S': std::snprintf(buf, sizeof buf, "%02d", p.second); break;
-      case 'j': std::snprintf(buf, sizeof buf, "%03d", p.dayOfYear); break;
-      case '%': std::snprintf(buf, sizeof buf, "%%"); break;
-      default: std::snprintf(buf, sizeof buf, "%%%c", spec); break;
+      case 'Y': digits(p.year, 4); break;
+      case 'y': digits(p.year % 100, 2); break;
+      case 'm': digits(p.month, 2); break;
+      case 'd': digits(p.day, 2); break;
+      case 'H': digits(p.hour, 2); break;
+      case 'M': digits(p.minute, 2); break;
+      case 'S': digits(p.second, 2); break;
+      case 'j': digits(p.dayOfYear, 3); break;
+      case '%': out += '%'; break;
+      default:
+        out += '%';
+        out += spec;
+        break;
     }
-    out += buf;
   }
   return out;
 }

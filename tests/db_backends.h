@@ -41,6 +41,13 @@ class TestDatabase {
   std::unique_ptr<Folder> m_folder;
 };
 
+// A backend's name as a test name may carry it ("odbc-sqlite" gives "odbc_sqlite").
+inline std::string BackendTestName(std::string backend) {
+  for (char& c : backend)
+    if (c == '-') c = '_';
+  return backend;
+}
+
 // The connection string of the private PostgreSQL server for a role (started on first call).
 std::string PostgresConnectionString(const std::string& role);
 

@@ -24,6 +24,12 @@ TempDir::~TempDir() {
   std::filesystem::remove_all(m_path, ec);
 }
 
+std::string OutDir() {
+  const std::filesystem::path out = std::filesystem::path(VARION_SOURCE_DIR) / "out";
+  std::filesystem::create_directories(out);
+  return out.string();
+}
+
 unsigned TestSeed() {
   if (const char* s = std::getenv("VARION_SEED")) return static_cast<unsigned>(std::strtoul(s, nullptr, 10));
   return std::random_device{}();

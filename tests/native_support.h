@@ -19,6 +19,10 @@ class TempDir {
   std::string m_path;
 };
 
+// The repository's out/ folder (created when missing), where tests leave files for people to
+// look at, such as screenshots.
+std::string OutDir();
+
 // The seed of a property test: VARION_SEED when set (to replay a failure), else random.
 unsigned TestSeed();
 

@@ -1,0 +1,214 @@
+#include "params/params_html_ctrl.h"
+
+#include <charconv>
+#include <cstring>
+#include <string_view>
+
+#include "params/where_builders.h"
+
+namespace {
+
+// The text a link shows: the display value, else the value text, else a note that nothing is set.
+const std::string& ShownValue(const ZEST_PARAMS& p) {
+  static const std::string kNoValue = "(nie podano wartości)";
+  if (!p.DisplayValue.empty()) return p.DisplayValue;
+  if (!p.ValueStr.empty()) return p.ValueStr;
+  return kNoValue;
+}
+
+const char kNoParameter[] = "Nie wybrano żadnego parametru";
+
+void Trim(std::string& s) {
+  const char* blanks = " \t\r\n";
+  const std::size_t first = s.find_first_not_of(blanks);
+  if (first == std::string::npos) {
+    s.clear();
+    return;
+  }
+  s.erase(s.find_last_not_of(blanks) + 1);
+  s.erase(0, first);
+}
+
+bool IsHome(const char* url) { return url && std::strcmp(url, CParamsHtmlCtrl::kHomeUrl) == 0; }
+
+// The index of "std://N", "self://N" or "self://N/"; -1 for anything else.
+int LinkIndex(std::string_view url) {
+  std::string_view rest;
+  if (url.starts_with("std://")) rest = url.substr(6);
+  else if (url.starts_with("self://")) rest = url.substr(7);
+  else return -1;
+  if (rest.ends_with('/')) rest.remove_suffix(1);
+  int index = -1;
+  auto [end, ec] = std::from_chars(rest.data(), rest.data() + rest.size(), index);
+  return ec == std::errc() && end == rest.data() + rest.size() && index >= 0 ? index : -1;
+}
+
+}  // namespace
+
+ZEST_PARAMS* CParamsHtmlCtrl::GetParam(int index) {
+  return index >= 0 && index < m_params.GetSize() ? &m_params[index] : nullptr;
+}
+const ZEST_PARAMS* CParamsHtmlCtrl::GetParam(int index) const {
+  return index >= 0 && index < m_params.GetSize() ? &m_params[index] : nullptr;
+}
+
+void CParamsHtmlCtrl::SetConnection(const varion::db::Connection& connection) {
+  m_connection = connection;
+  m_dialect = connection.IsOpen() ? &connection.Dialect() : nullptr;
+}
+
+void CParamsHtmlCtrl::SetColors(const std::string& defined, const std::string& undefined) {
+  m_definedColor = defined;
+  m_undefinedColor = undefined;
+}
+
+void CParamsHtmlCtrl::SetFont(const std::string& family, const std::string& size) {
+  m_fontFamily = family;
+  m_fontSize = size;
+}
+
+void CParamsHtmlCtrl::GenerateContentsHtml(const char* url, std::string& html) const {
+  html.clear();
+  html.reserve(512 + 96 * static_cast<std::size_t>(m_params.GetSize()));
+  html += "<HTML>\n<head>\n<meta http-equiv=\"Content-Type\" content=\"text/html; charset=windows-1250\">\n"
+          "<title>Parametry zestawienia</title>\n<STYLE>A.Defined {color:";
+  html += m_definedColor;
+  html += "}</STYLE>\n<STYLE>A.Undefined {color:";
+  html += m_undefinedColor;
+  html += "}</STYLE>\n</head>\n<BODY topmargin=\"0\" scroll=auto STYLE=\"font-family:";
+  html += m_fontFamily;
+  html += ";font-size:";
+  html += m_fontSize;
+  html += ';';
+  if (m_highlight) html += "background-color:#fffbf0;";
+  html += "\">\n";
+  if (IsHome(url) && !m_params.IsEmpty()) {
+    const std::size_t bodyStart = html.size();
+    char number[16];
+    for (int i = 0; i < m_params.GetSize(); ++i) {
+      const ZEST_PARAMS& p = m_params[i];
+      if (!p.Visible) continue;
+      html += p.Label;
+      html += p.Empty ? " <A class=\"Undefined\" href=\"" : " <A class=\"Defined\" href=\"";
+      html += p.Standard ? "std://" : "self://";
+      html.append(number, std::to_chars(number, number + sizeof number, i).ptr);
+      html += "\">";
+      html += p.ValuePrefix;
+      html += ' ';
+      html += ShownValue(p);
+      html += "</a>, \n";
+    }
+    if (html.size() == bodyStart) {
+      html += kNoParameter;
+    } else {
+      html.resize(html.size() - 3);  // the last ", " and line feed
+      html += '\n';
+    }
+  }
+  html += "\n</BODY>\n</HTML>";
+}
+
+void CParamsHtmlCtrl::GenerateContentsPlain(const char* url, std::string& text) const {
+  text.clear();
+  if (!IsHome(url) || m_params.IsEmpty()) return;
+  for (const ZEST_PARAMS& p : m_params) {
+    if (!p.Visible) continue;
+    if (!text.empty()) text += '\n';
+    text += p.Label;
+    text += ' ';
+    if (!p.ValuePrefix.empty()) {
+      text += p.ValuePrefix;
+      text += ' ';
+    }
+    text += ShownValue(p);
+  }
+  if (text.empty()) text = kNoParameter;
+}
+
+void CParamsHtmlCtrl::WriteContents(const char* html) { m_contents = html ? html : ""; }
+
+void CParamsHtmlCtrl::NavigateTo(const char* url) {
+  std::string html;
+  GenerateContentsHtml(url, html);
+  WriteContents(html.c_str());
+}
+
+bool CParamsHtmlCtrl::OnBeforeNavigate2(const char* url) {
+  if (!url) return false;
+  const std::string_view u(url);
+  if (u.starts_with("params://")) return OnAppCmd(url);
+  if (u.starts_with("std://") || u.starts_with("self://")) return OnParam(url);
+  return false;
+}
+
+bool CParamsHtmlCtrl::OnAppCmd(const char* url) {
+  NavigateTo(url);
+  return true;
+}
+
+bool CParamsHtmlCtrl::OnParam(const char* url) {
+  const int index = LinkIndex(url ? url : "");
+  if (index >= 0 && HandleStdParam(index)) InitDescr();
+  return true;
+}
+
+bool CParamsHtmlCtrl::HandleStdParam(int index) {
+  ZEST_PARAMS* p = GetParam(index);
+  if (!p) return false;
+  const auto request = varion::params::ParamDialogFor(p->Type, m_dialogOption);
+  if (!request) return false;
+  if (varion::Failed(CAccessControl::CheckStdFuncAccessAndShowMessage(p->Paywalled))) return false;
+  if (request->kind == varion::params::ParamDialogKind::Lookup) return ShowLookupCtrl(p, request->multiple, p->Value);
+  return m_dialogs && m_dialogs->ShowParamDialog(*request, *p, m_connection);
+}
+
+bool CParamsHtmlCtrl::ShowLookupCtrl(ZEST_PARAMS* param, bool multiple, const _variant_t&) {
+  if (!param || !m_dialogs) return false;
+  varion::params::ParamDialogRequest request{varion::params::ParamDialogKind::Lookup};
+  request.multiple = multiple;
+  request.usesConnection = true;
+  return m_dialogs->ShowParamDialog(request, *param, m_connection);
+}
+
+bool CParamsHtmlCtrl::IsContentEmpty() const {
+  for (const ZEST_PARAMS& p : m_params)
+    if (p.Visible) return false;
+  return true;
+}
+
+std::string CParamsHtmlCtrl::GetWhereString(int index) {
+  const ZEST_PARAMS* p = GetParam(index);
+  if (!p || !p->Visible || p->Empty || p->DbField.empty()) return {};
+  std::string text;
+  if (!varion::params::RunBuilder(varion::params::BuilderForType(p->Type, false), *p, Dialect(), text)) return {};
+  Trim(text);
+  return text.empty() ? text : "(" + text + ")";
+}
+
+std::string CParamsHtmlCtrl::GetWhereString() const {
+  using namespace varion::params;
+  std::string where;
+  std::string condition;
+  // The handlers get a manager and a wrapper, which bind by reference to a modifiable array;
+  // both are handed on as const, so nothing changes the parameters through them.
+  auto& params = const_cast<CArrZestParams&>(m_params);
+  const ZestParams::ZestParamsManager manager(params);
+  for (ZEST_PARAMS& p : params) {
+    if (p.DbField.empty()) {
+      if (p.GetWhereHandler) {
+        const ZestParams::ZestParamsWrapper wrapper(p);
+        p.GetWhereHandler(manager, wrapper, where);
+      }
+      continue;
+    }
+    if (p.Param & ZestParams::kParamNeverInWhere) continue;
+    if ((p.Empty || !p.Visible) && !(p.Param & ZestParams::kParamBuildWhenEmpty)) continue;
+    if (RunBuilder(BuilderForType(p.Type, true), p, Dialect(), condition) && !condition.empty()) {
+      where += " AND ";
+      where += condition;
+    }
+  }
+  if (where.starts_with(" AND")) where.erase(0, 4);
+  Trim(where);
+  return where.empty() ? where : "(" + where + ")";
+}

@@ -1,0 +1,61 @@
+// The parameter view as a window. The page is drawn by the window itself from the page's own HTML
+// (its body read back into text and links and flowed like inline text): Wine ships no HTML engine
+// of its own (mshtml needs Wine Gecko, which is a separate download), and the page is a single
+// paragraph of labels and links that needs nothing more. A click on a link, or Enter on the link
+// that has the focus (Tab moves it), is a followed link of the view.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "base/export.h"
+#include "params/params_html_ctrl.h"
+#include "params/params_page_layout.h"
+
+class VARION_API CParamsHtmlWnd : public CParamsHtmlCtrl {
+ public:
+  static constexpr const wchar_t* kClassName = L"vel_paramsview";
+
+  CParamsHtmlWnd() = default;
+  ~CParamsHtmlWnd() override;
+  CParamsHtmlWnd(const CParamsHtmlWnd&) = delete;
+  CParamsHtmlWnd& operator=(const CParamsHtmlWnd&) = delete;
+
+  // Creates the child window and shows the home page.
+  bool Create(HWND parent, const RECT& rect, int id);
+  HWND GetSafeHwnd() const { return m_hwnd; }
+
+  void WriteContents(const char* html) override;
+
+  // The links as laid out: count, and the first line's rectangle, address and text of one.
+  int GetLinkCount() const;
+  bool GetLink(int index, RECT& rect, std::string& href, std::string& text) const;
+
+ private:
+  struct FontDeleter {
+    void operator()(HFONT f) const { DeleteObject(f); }
+  };
+  using unique_font = std::unique_ptr<std::remove_pointer_t<HFONT>, FontDeleter>;
+
+  static LRESULT CALLBACK WndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
+  LRESULT OnMessage(UINT msg, WPARAM wParam, LPARAM lParam);
+  void MakeFonts();
+  void Reflow();
+  void Paint(HDC dc);
+  int LinkRunAt(POINT pt) const;   // run index of the link under a point, or -1
+  std::vector<int> LinkRuns() const;
+  void MoveFocus(bool back);
+  void Follow(int run);
+
+  HWND m_hwnd = nullptr;
+  unique_font m_font, m_linkFont;
+  std::string m_fontKey;
+  int m_lineHeight = 16;
+  std::vector<varion::params::PageRun> m_runs;
+  std::vector<varion::params::PageBox> m_boxes;
+  int m_focusRun = -1;
+};
