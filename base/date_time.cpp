@@ -233,8 +233,8 @@ std::string DateTime::Format(std::string_view pattern) const {
       out += c;
       continue;
     }
-    char spec = pattern[++i];
-    switch (spec) {
+    char conversion = pattern[++i];
+    switch (conversion) {
       case 'Y': digits(p.year, 4); break;
       case 'y': digits(p.year % 100, 2); break;
       case 'm': digits(p.month, 2); break;
@@ -246,7 +246,7 @@ std::string DateTime::Format(std::string_view pattern) const {
       case '%': out += '%'; break;
       default:
         out += '%';
-        out += spec;
+        out += conversion;
         break;
     }
   }
