@@ -30,6 +30,10 @@ class GalleryPage {
   virtual void Exercise(HWND /*page*/) {}
   // WM_COMMAND from a child of the page; true when handled.
   virtual bool OnCommand(HWND /*page*/, int /*id*/, int /*code*/, HWND /*control*/) { return false; }
+  // WM_NOTIFY from a child of the page; true, with `result` set, when handled.
+  virtual bool OnNotify(HWND /*page*/, const NMHDR& /*header*/, LRESULT& /*result*/) { return false; }
+  // The page window is being destroyed (another page is shown, or the gallery closes).
+  virtual void OnPageDestroyed() {}
 };
 
 using PageFactory = std::unique_ptr<GalleryPage> (*)();

@@ -9,7 +9,7 @@
 #include "base/sql_literal.h"
 #include "base/text.h"
 #include "framework/hook_supp_win.h"
-#include "framework/vel_controls_win.h"
+#include "controls/vel_controls_win.h"
 
 namespace {
 

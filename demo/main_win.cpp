@@ -50,11 +50,13 @@ void ShowPage(int index) {
 }
 
 LRESULT CALLBACK PageProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
-  if (msg == WM_COMMAND && g_gallery.current >= 0) {
-    if (g_gallery.pages[static_cast<size_t>(g_gallery.current)]->OnCommand(h, LOWORD(wp), HIWORD(wp),
-                                                                             reinterpret_cast<HWND>(lp)))
-      return 0;
+  GalleryPage* page = g_gallery.current >= 0 ? g_gallery.pages[static_cast<size_t>(g_gallery.current)].get() : nullptr;
+  if (page && msg == WM_COMMAND && page->OnCommand(h, LOWORD(wp), HIWORD(wp), reinterpret_cast<HWND>(lp))) return 0;
+  if (page && msg == WM_NOTIFY) {
+    LRESULT result = 0;
+    if (page->OnNotify(h, *reinterpret_cast<const NMHDR*>(lp), result)) return result;
   }
+  if (page && msg == WM_DESTROY) page->OnPageDestroyed();
   if (msg == WM_CTLCOLORSTATIC) {
     SetBkMode(reinterpret_cast<HDC>(wp), TRANSPARENT);
     return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));

@@ -8,7 +8,7 @@
 
 #include "base/export.h"
 #include "framework/error_info.h"
-#include "framework/hwnd_fwd.h"
+#include "base/hwnd_fwd.h"
 
 #if defined(_WIN32)
 struct IUnknown;

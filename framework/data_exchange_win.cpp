@@ -8,7 +8,7 @@
 #include "base/text.h"
 #include "framework/data_exchange.h"
 #include "framework/error_informator_win.h"
-#include "framework/library_module_win.h"
+#include "base/library_module_win.h"
 
 namespace {
 std::uint32_t IdOf(HWND control) { return static_cast<std::uint32_t>(GetWindowLongA(control, GWL_ID)); }

@@ -11,7 +11,7 @@
 #include "framework/error_informator_win.h"
 #include "framework/framework_wintest.h"
 #include "framework/hook_supp_win.h"
-#include "framework/vel_controls_win.h"
+#include "controls/vel_controls_win.h"
 #include "tests/win_support.h"
 
 namespace varion {
@@ -480,11 +480,10 @@ TEST_F(ExchangeTest, ColourPickerAndAnalyticAccountAreRealControls) {
   // The swatch is painted in the chosen colour.
   ShowWindow(m_dlg.get(), SW_SHOW);
   UpdateWindow(m_dlg.get());
-  HDC dc = GetDC(Item(IDC_X_COLOR));
+  const WindowDc dc(Item(IDC_X_COLOR));
   RECT r;
   GetClientRect(Item(IDC_X_COLOR), &r);
-  EXPECT_EQ(GetPixel(dc, r.right / 2, r.bottom / 2), RGB(10, 200, 30));
-  ReleaseDC(Item(IDC_X_COLOR), dc);
+  EXPECT_EQ(GetPixel(dc.get(), r.right / 2, r.bottom / 2), RGB(10, 200, 30));
 
   CVelAnalitykaEdit* edit = CVelAnalitykaEdit::FromHandle(Item(IDC_X_ANALITYKA));
   ASSERT_NE(edit, nullptr);

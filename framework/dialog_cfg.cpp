@@ -5,7 +5,7 @@
 #include "base/status.h"
 #include "db/recordset.h"
 #include "db/updatable_recordset.h"
-#include "framework/framework_log.h"
+#include "diagnostics/framework_log.h"
 
 namespace varion {
 namespace {

@@ -8,7 +8,7 @@
 #include "db/rt_instance.h"
 #include "db/schema/schema.h"
 #include "diagnostics/simple_log.h"
-#include "framework/framework_log.h"
+#include "diagnostics/framework_log.h"
 #include "tests/db_backends.h"
 
 namespace varion {

@@ -9,7 +9,7 @@
 
 #include "base/export.h"
 #include "base/variant.h"
-#include "framework/hwnd_fwd.h"
+#include "base/hwnd_fwd.h"
 
 // Fields in the order the dialog base and its callers rely on.
 struct VARION_API FLG_OBJECT_ERROR_INFO {

@@ -2,7 +2,7 @@
 
 #include "base/text.h"
 #include "framework/exchange_rules.h"
-#include "framework/library_module_win.h"
+#include "base/library_module_win.h"
 
 namespace {
 
@@ -15,25 +15,15 @@ CErrorsWnd::~CErrorsWnd() { Destroy(); }
 
 bool CErrorsWnd::Create(HWND owner, int width, int height) {
   if (Exists()) return true;
-  WNDCLASSW wc{};
-  if (!GetClassInfoW(varion::LibraryModule(), kClass, &wc)) {
-    wc.lpfnWndProc = WndProc;
-    wc.hInstance = varion::LibraryModule();
-    wc.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
-    wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-    wc.lpszClassName = kClass;
-    RegisterClassW(&wc);
-  }
-  m_hwnd =
-      CreateWindowExW(WS_EX_TOOLWINDOW, kClass, varion::text::Cp1250ToWide(varion::msg::kErrorsWindowTitle).c_str(),
-                      WS_POPUP | WS_CAPTION | WS_THICKFRAME | WS_SYSMENU, 0, 0, width, height, owner, nullptr,
-                      varion::LibraryModule(), this);
-  return m_hwnd != nullptr;
+  if (!RegisterWindowClass(kClass, 0, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1))) return false;
+  return CreateWindowOf(WS_EX_TOOLWINDOW, kClass, varion::text::Cp1250ToWide(varion::msg::kErrorsWindowTitle).c_str(),
+                        WS_POPUP | WS_CAPTION | WS_THICKFRAME | WS_SYSMENU, RECT{0, 0, width, height}, owner, 0,
+                        varion::LibraryModule()) != nullptr;
 }
 
 void CErrorsWnd::Destroy() {
-  if (Exists()) DestroyWindow(m_hwnd);
-  m_hwnd = m_list = nullptr;
+  if (Exists()) DestroyWindow(m_hWnd);
+  m_list = nullptr;
 }
 
 void CErrorsWnd::SetLines(const std::vector<std::string>& lines) {
@@ -56,28 +46,12 @@ std::vector<std::string> CErrorsWnd::GetLines() const {
   return out;
 }
 
-LRESULT CALLBACK CErrorsWnd::WndProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
-  if (msg == WM_NCCREATE) {
-    auto* self = static_cast<CErrorsWnd*>(reinterpret_cast<CREATESTRUCTW*>(lp)->lpCreateParams);
-    self->m_hwnd = h;
-    SetWindowLongPtrW(h, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
-  }
-  auto* self = reinterpret_cast<CErrorsWnd*>(GetWindowLongPtrW(h, GWLP_USERDATA));
-  if (!self) return DefWindowProcW(h, msg, wp, lp);
-  if (msg == WM_NCDESTROY) {
-    SetWindowLongPtrW(h, GWLP_USERDATA, 0);
-    self->m_hwnd = self->m_list = nullptr;
-    return DefWindowProcW(h, msg, wp, lp);
-  }
-  return self->Handle(msg, wp, lp);
-}
-
-LRESULT CErrorsWnd::Handle(UINT msg, WPARAM wp, LPARAM lp) {
+LRESULT CErrorsWnd::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
   switch (msg) {
     case WM_CREATE: {
       m_list = CreateWindowExW(0, L"LISTBOX", L"",
                                WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_HSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, 0,
-                               0, 10, 10, m_hwnd, reinterpret_cast<HMENU>(kListId), varion::LibraryModule(), nullptr);
+                               0, 10, 10, m_hWnd, reinterpret_cast<HMENU>(kListId), varion::LibraryModule(), nullptr);
       SendMessageW(m_list, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), FALSE);
       return 0;
     }
@@ -94,11 +68,11 @@ LRESULT CErrorsWnd::Handle(UINT msg, WPARAM wp, LPARAM lp) {
       }
       return 0;
     case WM_CLOSE:
-      ShowWindow(m_hwnd, SW_HIDE);  // closing only hides: the next errors show it again
+      ShowWindow(m_hWnd, SW_HIDE);  // closing only hides: the next errors show it again
       return 0;
     case WM_EXITSIZEMOVE:
       if (onMoved) onMoved();
       return 0;
   }
-  return DefWindowProcW(m_hwnd, msg, wp, lp);
+  return Default(msg, wp, lp);
 }

@@ -10,20 +10,18 @@
 #include <vector>
 
 #include "base/export.h"
+#include "controls/window_base_win.h"
 
-class VARION_API CErrorsWnd {
+class VARION_API CErrorsWnd : public varion::Window {
  public:
   CErrorsWnd() = default;
-  ~CErrorsWnd();
-  CErrorsWnd(const CErrorsWnd&) = delete;
-  CErrorsWnd& operator=(const CErrorsWnd&) = delete;
+  ~CErrorsWnd() override;
 
   // A hidden tool window owned by the dialog, `width` by `height` pixels.
   bool Create(HWND owner, int width = 320, int height = 140);
   void Destroy();
-  HWND GetHwnd() const { return m_hwnd; }
   HWND GetList() const { return m_list; }
-  bool Exists() const { return IsWindow(m_hwnd) != FALSE; }
+  bool Exists() const { return IsWindow(m_hWnd) != FALSE; }
 
   void SetLines(const std::vector<std::string>& lines);
   std::vector<std::string> GetLines() const;
@@ -33,9 +31,10 @@ class VARION_API CErrorsWnd {
   // The user let go of the window after moving it.
   std::function<void()> onMoved;
 
+ protected:
+  LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
+  void OnFinalMessage() override { m_list = nullptr; }
+
  private:
-  static LRESULT CALLBACK WndProc(HWND, UINT, WPARAM, LPARAM);
-  LRESULT Handle(UINT msg, WPARAM wp, LPARAM lp);
-  HWND m_hwnd = nullptr;
-  HWND m_list = nullptr;
+  HWND m_list = nullptr;  // a child: it goes with the window
 };

@@ -4,7 +4,7 @@
 #include "framework/data_exchange_win.h"
 #include "framework/exchange_internal_win.h"
 #include "framework/exchange_rules.h"
-#include "framework/library_module_win.h"
+#include "base/library_module_win.h"
 
 using namespace varion;
 using varion::exchange::ReadText;

@@ -8,7 +8,7 @@
 #include "framework/data_exchange_win.h"
 #include "framework/exchange_internal_win.h"
 #include "framework/exchange_rules.h"
-#include "framework/vel_controls_win.h"
+#include "controls/vel_controls_win.h"
 
 using namespace varion;
 using varion::exchange::Control;

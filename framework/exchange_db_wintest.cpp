@@ -12,7 +12,7 @@
 #include "framework/flg_dialog_win.h"
 #include "framework/framework_wintest.h"
 #include "framework/hook_supp_win.h"
-#include "framework/vel_controls_win.h"
+#include "controls/vel_controls_win.h"
 #include "tests/db_backends.h"
 #include "tests/win_support.h"
 

@@ -15,7 +15,12 @@ bool InitExtensionModule() {
 }
 
 void TermExtensionModule(bool processEnding) {
-  if (!processEnding) CHookSupp::TermVelControls();
+  // When the process ends, its threads are gone already and their hooks with them. When the
+  // library is unloaded from a running process, threads that stay must lose the hooks that
+  // point into it.
+  if (processEnding) return;
+  CHookSupp::RemoveAllUIHooks();
+  CHookSupp::TermVelControls();
 }
 
 }  // namespace varion

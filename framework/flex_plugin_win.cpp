@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "framework/framework_log.h"
+#include "diagnostics/framework_log.h"
 
 namespace {
 

@@ -2,11 +2,11 @@
 #include <functional>
 
 #include "base/text.h"
-#include "framework/balloon_tip_win.h"
+#include "controls/balloon_tip_win.h"
 #include "framework/exchange_rules.h"
 #include "framework/flg_dialog_win.h"
-#include "framework/message_box_seam_win.h"
-#include "framework/private_messages.h"
+#include "diagnostics/message_box_seam_win.h"
+#include "controls/private_messages.h"
 
 namespace {
 

@@ -12,8 +12,8 @@
 #include "base/text.h"
 #include "framework/flg_dialog_gdi_win.h"
 #include "framework/flg_dialog_win.h"
-#include "framework/library_module_win.h"
-#include "framework/vel_controls_win.h"
+#include "base/library_module_win.h"
+#include "controls/vel_controls_win.h"
 
 namespace {
 
@@ -31,22 +31,19 @@ void CFlgDialog::SetFont(UINT ctrlId, int pointSize, bool bold, const char* face
   LOGFONTW lf{};
   HFONT base = FontOf(control) ? FontOf(control) : FontOf(m_hWnd);
   if (!base || !GetObjectW(base, sizeof lf, &lf)) GetObjectW(GetStockObject(DEFAULT_GUI_FONT), sizeof lf, &lf);
-  if (pointSize > 0) {
-    HDC dc = GetDC(m_hWnd);
-    lf.lfHeight = -MulDiv(pointSize, GetDeviceCaps(dc, LOGPIXELSY), 72);
-    ReleaseDC(m_hWnd, dc);
-  }
+  if (pointSize > 0) lf.lfHeight = -MulDiv(pointSize, GetDeviceCaps(varion::WindowDc(m_hWnd).get(), LOGPIXELSY), 72);
   lf.lfWeight = bold ? FW_BOLD : FW_NORMAL;
   if (face && *face) {
     const std::wstring w = varion::text::Cp1250ToWide(face);
     wcsncpy(lf.lfFaceName, w.c_str(), LF_FACESIZE - 1);
     lf.lfFaceName[LF_FACESIZE - 1] = L'\0';
   }
-  HFONT font = CreateFontIndirectW(&lf);
+  varion::unique_font font(CreateFontIndirectW(&lf));
   if (!font) return;
   if (!m_gdi) m_gdi = std::make_unique<Gdi>();
-  m_gdi->fonts.emplace_back(font);
-  SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+  SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
+  // The control uses the new font now; the one made for it before can go.
+  m_gdi->fonts[ctrlId] = std::move(font);
 }
 
 void CFlgDialog::SetBold(UINT ctrlId) { SetFont(ctrlId, 0, true); }
@@ -60,12 +57,13 @@ void CFlgDialog::SetBoldForPrevious(UINT ctrlId) {
 void CFlgDialog::SetNormalFont(UINT ctrlId) {
   if (HWND control = GetDlgItem(m_hWnd, static_cast<int>(ctrlId)))
     SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(FontOf(m_hWnd)), TRUE);
+  if (m_gdi) m_gdi->fonts.erase(ctrlId);
 }
 
 void CFlgDialog::SetBkgndColor(UINT ctrlId, COLORREF color) {
   if (!m_gdi) m_gdi = std::make_unique<Gdi>();
   m_ctrlColors[ctrlId] = color;
-  m_gdi->brushes[ctrlId] = varion::detail::unique_gdi(CreateSolidBrush(color));
+  m_gdi->brushes[ctrlId].reset(CreateSolidBrush(color));
   if (HWND control = GetDlgItem(m_hWnd, static_cast<int>(ctrlId))) InvalidateRect(control, nullptr, TRUE);
 }
 
@@ -103,43 +101,34 @@ bool CFlgDialog::LoadAcceleratorsTable(UINT resourceId) {
   if (!varion::FindLibraryResource(MAKEINTRESOURCEW(resourceId), reinterpret_cast<LPCWSTR>(RT_ACCELERATOR), &module))
     return false;
   // Tables loaded from resources belong to their module and are never destroyed by hand.
-  m_accel = LoadAcceleratorsW(module, MAKEINTRESOURCEW(resourceId));
-  m_accelOwned = false;
-  return m_accel != nullptr;
+  m_accel.Borrow(LoadAcceleratorsW(module, MAKEINTRESOURCEW(resourceId)));
+  return m_accel.get() != nullptr;
 }
 
 bool CFlgDialog::LoadOwnedAcceleratorsTable(const ACCEL* entries, int count) {
   DestroyAcceleratorTableIfExists();
   if (!entries || count <= 0) return false;
-  m_accel = CreateAcceleratorTableW(const_cast<ACCEL*>(entries), count);
-  m_accelOwned = m_accel != nullptr;
-  return m_accelOwned;
+  m_accel.Own(CreateAcceleratorTableW(const_cast<ACCEL*>(entries), count));
+  return m_accel.get() != nullptr;
 }
 
 void CFlgDialog::LoadExternalAcceleratorsTable(HACCEL table) {
-  DestroyAcceleratorTableIfExists();
-  m_accel = table;
-  m_accelOwned = false;
+  m_accel.Borrow(table);
 }
 
-void CFlgDialog::DestroyAcceleratorTableIfExists() {
-  if (m_accel && m_accelOwned) DestroyAcceleratorTable(m_accel);
-  m_accel = nullptr;
-  m_accelOwned = false;
-}
+void CFlgDialog::DestroyAcceleratorTableIfExists() { m_accel.Reset(); }
 
 // The sphere menu button ------------------------------------------------------------------------------------------
 
 void CFlgDialog::SetupSphereMenu() {
   // The button is drawn over the caption by us, which desktop composition would not show.
-  if (HMODULE dwm = LoadLibraryW(L"dwmapi.dll")) {
+  if (const varion::unique_module dwm{LoadLibraryW(L"dwmapi.dll")}) {
     using SetAttribute = HRESULT(WINAPI*)(HWND, DWORD, LPCVOID, DWORD);
-    if (auto set =
-            reinterpret_cast<SetAttribute>(reinterpret_cast<void*>(GetProcAddress(dwm, "DwmSetWindowAttribute")))) {
+    if (auto set = reinterpret_cast<SetAttribute>(
+            reinterpret_cast<void*>(GetProcAddress(dwm.get(), "DwmSetWindowAttribute")))) {
       const int disabled = 1;  // DWMNCRP_DISABLED for DWMWA_NCRENDERING_POLICY (2)
       set(m_hWnd, 2, &disabled, sizeof disabled);
     }
-    FreeLibrary(dwm);
   }
   // A blank small icon keeps the caption text clear of the button.
   if (!m_gdi) m_gdi = std::make_unique<Gdi>();
@@ -173,9 +162,10 @@ void CFlgDialog::DrawSphere() {
   RECT w;
   GetWindowRect(m_hWnd, &w);
   OffsetRect(&s, -w.left, -w.top);
-  HDC dc = GetWindowDC(m_hWnd);
+  const varion::WindowDc windowDc(m_hWnd, true);
+  HDC dc = windowDc.get();
   if (!dc) return;
-  HGDIOBJ oldPen = SelectObject(dc, GetStockObject(NULL_PEN));
+  const varion::SelectedObject pen(dc, GetStockObject(NULL_PEN));
   // A lit sphere: discs from the rim inwards, growing lighter and drifting towards the light at
   // the top left.
   constexpr int kSteps = 10;
@@ -184,46 +174,41 @@ void CFlgDialog::DrawSphere() {
     const double t = static_cast<double>(i) / kSteps;
     const int inset = static_cast<int>(t * d * 0.42);
     const int shift = static_cast<int>(t * d * 0.18);
-    HBRUSH b = CreateSolidBrush(
-        RGB(static_cast<int>(20 + t * 170), static_cast<int>(70 + t * 150), static_cast<int>(150 + t * 100)));
-    HGDIOBJ old = SelectObject(dc, b);
+    const varion::unique_brush b(CreateSolidBrush(
+        RGB(static_cast<int>(20 + t * 170), static_cast<int>(70 + t * 150), static_cast<int>(150 + t * 100))));
+    const varion::SelectedObject selected(dc, b.get());
     Ellipse(dc, s.left + inset - shift, s.top + inset - shift, s.right - inset - shift + 1,
             s.bottom - inset - shift + 1);
-    SelectObject(dc, old);
-    DeleteObject(b);
   }
-  SelectObject(dc, oldPen);
-  ReleaseDC(m_hWnd, dc);
 }
 
-LRESULT CALLBACK CFlgDialog::FrameProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR ref) {
-  auto* self = reinterpret_cast<CFlgDialog*>(ref);
-  if (!self->m_sphereMenu) return DefSubclassProc(h, msg, wp, lp);
+LRESULT CFlgDialog::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
+  if (!m_sphereMenu) return Default(msg, wp, lp);
   switch (msg) {
     case WM_NCPAINT:
     case WM_NCACTIVATE:
     case WM_SETTEXT:
     case WM_SETICON: {
-      const LRESULT r = DefSubclassProc(h, msg, wp, lp);
-      self->DrawSphere();
+      const LRESULT r = Default(msg, wp, lp);
+      DrawSphere();
       return r;
     }
     case WM_NCHITTEST: {
-      const RECT s = self->GetSphereRect();
+      const RECT s = GetSphereRect();
       const POINT p{static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))};
       if (PtInRect(&s, p)) return HTSYSMENU;
       break;
     }
     case WM_NCLBUTTONDOWN:
     case WM_NCLBUTTONDBLCLK: {
-      const RECT s = self->GetSphereRect();
+      const RECT s = GetSphereRect();
       const POINT p{static_cast<short>(LOWORD(lp)), static_cast<short>(HIWORD(lp))};
       if (PtInRect(&s, p)) {
-        if (msg == WM_NCLBUTTONDOWN) self->OnSphereMenu();
+        if (msg == WM_NCLBUTTONDOWN) OnSphereMenu();
         return 0;
       }
       break;
     }
   }
-  return DefSubclassProc(h, msg, wp, lp);
+  return Default(msg, wp, lp);
 }

@@ -6,23 +6,22 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "base/status.h"
 #include "base/text.h"
 #include "db/rt_instance.h"
 #include "framework/exchange_rules.h"
-#include "framework/framework_log.h"
+#include "diagnostics/failure_boundary_win.h"
+#include "diagnostics/framework_log.h"
 #include "framework/flg_dialog_gdi_win.h"
 #include "framework/hook_supp_win.h"
-#include "framework/library_module_win.h"
-#include "framework/message_box_seam_win.h"
-#include "framework/private_messages.h"
-#include "framework/vel_controls_win.h"
+#include "base/library_module_win.h"
+#include "diagnostics/message_box_seam_win.h"
+#include "controls/private_messages.h"
+#include "controls/vel_controls_win.h"
 
 namespace {
-
-const wchar_t kDialogProp[] = L"VarionFlgDialog";
-constexpr UINT_PTR kFrameSubclassId = 0x464C4744;  // "FLGD"
 
 std::string ClassNameOf(HWND h) {
   wchar_t buf[257];
@@ -82,16 +81,14 @@ CFlgDialog::CFlgDialog(const char* templateName, HWND parent)
     : m_templateName(templateName ? templateName : ""), m_parent(parent) {}
 
 CFlgDialog::~CFlgDialog() {
+  // Destroyed here, while the object is whole, so that WM_DESTROY still saves the placement.
   if (IsWindow(m_hWnd)) {
     m_modal = false;
     DestroyWindow(m_hWnd);
   }
-  DestroyAcceleratorTableIfExists();
 }
 
-CFlgDialog* CFlgDialog::FromHandle(HWND window) {
-  return window ? static_cast<CFlgDialog*>(GetPropW(window, kDialogProp)) : nullptr;
-}
+CFlgDialog* CFlgDialog::FromHandle(HWND window) { return FromHandleAs<CFlgDialog>(window); }
 
 CFlgDataExchange::CFlgDataExchange(CFlgDialog& dialog, bool flag)
     : CFlgDataExchange(dialog.GetErrorsArray(), dialog.m_hWnd, dialog.GetTemplateName().c_str(), flag) {}
@@ -117,9 +114,7 @@ bool CFlgDialog::CreateFromTemplate(HWND parent, bool asChild) {
   // Every window of the template is created on this thread: make sure the library's controls
   // get their objects even when the host has not installed the hook here.
   CHookSupp::InstallUIHook();
-  HWND h = CreateDialogIndirectParamW(module, reinterpret_cast<LPCDLGTEMPLATEW>(copy.data()), parent, DialogProc,
-                                      reinterpret_cast<LPARAM>(this));
-  return h != nullptr;
+  return CreateDialogOf(module, reinterpret_cast<LPCDLGTEMPLATEW>(copy.data()), parent) != nullptr;
 }
 
 bool CFlgDialog::Create(HWND parent) {
@@ -161,25 +156,38 @@ INT_PTR CFlgDialog::RunModal(bool continueLoop) {
     m_modal = false;
     return -1;
   }
-  const bool ownerWasEnabled = owner && IsWindowEnabled(owner);
+  // Whatever happens below, the owner is enabled again and the dialog goes: a host whose owner
+  // stayed disabled would look hung.
+  struct ModalScope {
+    CFlgDialog& dialog;
+    HWND owner;
+    bool ownerWasEnabled;
+    ~ModalScope() {
+      if (owner && ownerWasEnabled) EnableWindow(owner, TRUE);
+      if (IsWindow(dialog.m_hWnd)) {
+        // The owner takes the activation back before the dialog disappears, so it never flickers
+        // to another application.
+        if (owner) SetActiveWindow(owner);
+        DestroyWindow(dialog.m_hWnd);
+      }
+      dialog.m_modal = false;
+    }
+  } scope{*this, owner, owner && IsWindowEnabled(owner)};
   if (owner) EnableWindow(owner, FALSE);
   if (!m_modalEnded) ShowWindow(m_hWnd, m_flex.ShouldShowMaximized() ? SW_SHOWMAXIMIZED : SW_SHOW);
   for (;;) {
     RunModalLoop();
     if (!continueLoop || m_result != kModalContinue || !IsWindow(m_hWnd)) break;
     m_modalEnded = false;
-    OnRefreshModalContinueDlg();
-    LoadData();
-    SetModifiedNoCheck(false);
+    // A failing refresh is reported and the dialog stays with what it showed.
+    try {
+      OnRefreshModalContinueDlg();
+      LoadData();
+      SetModifiedNoCheck(false);
+    } catch (...) {
+      ReportCurrentFailure();
+    }
   }
-  if (owner && ownerWasEnabled) EnableWindow(owner, TRUE);
-  if (IsWindow(m_hWnd)) {
-    // The owner takes the activation back before the dialog disappears, so it never flickers to
-    // another application.
-    if (owner) SetActiveWindow(owner);
-    DestroyWindow(m_hWnd);
-  }
-  m_modal = false;
   return m_result;
 }
 
@@ -202,7 +210,8 @@ void CFlgDialog::RunModalLoop() {
 
 bool CFlgDialog::PreTranslateMessage(MSG* msg) {
   if (!IsWindow(m_hWnd) || !msg) return false;
-  if (m_accel && (msg->hwnd == m_hWnd || IsChild(m_hWnd, msg->hwnd)) && TranslateAcceleratorW(m_hWnd, m_accel, msg))
+  if (m_accel.get() && (msg->hwnd == m_hWnd || IsChild(m_hWnd, msg->hwnd)) &&
+      TranslateAcceleratorW(m_hWnd, m_accel.get(), msg))
     return true;
   return IsDialogMessageW(m_hWnd, msg) != FALSE;
 }
@@ -219,53 +228,37 @@ void CFlgDialog::EndDialog(int result) {
 
 // The window procedure ------------------------------------------------------------------------------------
 
-INT_PTR CALLBACK CFlgDialog::DialogProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
-  if (msg == WM_INITDIALOG) {
-    auto* self = reinterpret_cast<CFlgDialog*>(lp);
-    self->m_hWnd = h;
-    SetPropW(h, kDialogProp, self);
-    SetWindowSubclass(h, FrameProc, kFrameSubclassId, reinterpret_cast<DWORD_PTR>(self));
-  }
-  CFlgDialog* self = FromHandle(h);
-  if (!self) return FALSE;
-  if (msg == WM_NCDESTROY) {
-    RemoveWindowSubclass(h, FrameProc, kFrameSubclassId);
-    RemovePropW(h, kDialogProp);
-    self->m_hWnd = nullptr;
-    self->m_modalEnded = true;
-    return FALSE;
-  }
-  // Nothing throws through a window procedure: a failure in a derived dialog's handler is logged
-  // and shown, and the message counts as handled.
+INT_PTR CFlgDialog::DialogProc(UINT msg, WPARAM wp, LPARAM lp) {
+  // The window base runs this inside the library's failure boundary: a failure in a derived
+  // dialog's handler is logged and shown, and the message counts as handled.
+  return HandleMessage(msg, wp, lp);
+}
+
+void CFlgDialog::OnFinalMessage() { m_modalEnded = true; }
+
+std::string CFlgDialog::FailureCaption() const {
+  return const_cast<CFlgDialog*>(this)->GetCaption();
+}
+
+void CFlgDialog::ReportCurrentFailure() noexcept {
+  std::string caption;
   try {
-    return self->HandleMessage(msg, wp, lp);
-  } catch (const std::exception& e) {
-    self->ReportFailure(e);
-    return TRUE;
+    caption = GetCaption();
+  } catch (...) {
   }
+  varion::ReportFailure(m_hWnd, FailureArea(), varion::DescribeFailure(std::current_exception()), caption);
 }
 
-std::string CFlgDialog::FailureText(const std::exception& e) {
-  if (const auto* com = dynamic_cast<const varion::ComError*>(&e)) return com->Message();
-  return e.what();
-}
-
-void CFlgDialog::ReportFailure(const std::exception& e) {
-  const std::string text = FailureText(e);
-  varion::FrameworkLog("dialog " + m_templateName, text);
-  varion::FrameworkMessageBox(m_hWnd, text, GetCaption(), MB_OK | MB_ICONERROR);
-}
-
-void CFlgDialog::RecordFailure(const std::exception& e) {
-  const std::string text = FailureText(e);
-  varion::FrameworkLog("dialog " + m_templateName, text);
+bool CFlgDialog::RecordCurrentFailure() {
+  const varion::Failure failure = varion::DescribeFailure(std::current_exception());
+  varion::LogFailure(FailureArea(), failure);
+  if (!m_errors) return false;
   // CheckIfEmptyAddErrorAndThrow records its error before it throws.
-  if (m_errors)
-    for (const auto& r : *m_errors)
-      if (r.message == text) return;
-  const auto* com = dynamic_cast<const varion::ComError*>(&e);
+  for (const auto& r : *m_errors)
+    if (r.message == failure.text) return true;
   CFlgDataExchange(*this, false)
-      .AddError(0, text.c_str(), GetCaption().c_str(), com ? static_cast<std::uint32_t>(com->Code()) : 0u);
+      .AddError(0, failure.text.c_str(), GetCaption().c_str(), static_cast<std::uint32_t>(failure.code));
+  return true;
 }
 
 bool CFlgDialog::OnCommand(UINT, UINT, HWND) { return false; }
@@ -286,8 +279,14 @@ INT_PTR CFlgDialog::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
   }
   switch (msg) {
     case WM_INITDIALOG: {
-      const BOOL focusDefault = OnInitDialog();
-      if (!m_isPage) m_flex.LoadFromReg();
+      // A derived dialog's opening that throws still leaves a dialog with its placement.
+      BOOL focusDefault = TRUE;
+      try {
+        focusDefault = OnInitDialog();
+      } catch (...) {
+        ReportCurrentFailure();
+      }
+      if (!m_isPage) varion::CallGuarded(m_hWnd, FailureArea(), [this] { m_flex.LoadFromReg(); });
       return focusDefault;
     }
     case WM_COMMAND: {
@@ -333,12 +332,16 @@ INT_PTR CFlgDialog::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
     case WM_CTLCOLORBTN:
     case WM_CTLCOLORDLG:
       return OnCtlColor(msg, reinterpret_cast<HDC>(wp), reinterpret_cast<HWND>(lp));
-    case WM_DESTROY:
-      if (!m_isPage) m_flex.SaveToReg();
-      if (m_cfgFactory) SaveDlgCfg();
+    case WM_DESTROY: {
+      // Each step on its own: a configuration writer that fails must not keep the placement
+      // from being saved, nor the errors window and tips from going.
+      const std::string area = FailureArea();
+      if (!m_isPage) varion::CallGuarded(m_hWnd, area, [this] { m_flex.SaveToReg(); });
+      if (m_cfgFactory) varion::CallGuarded(m_hWnd, area, [this] { SaveDlgCfg(); });
       m_errorsWnd.Destroy();
       varion::HideTipMsgBox();
       return FALSE;
+    }
   }
   return FALSE;
 }
@@ -354,23 +357,40 @@ BOOL CFlgDialog::OnInitDialog() {
     for (UINT id : kHelpIds)
       if (HWND b = GetDlgItem(m_hWnd, static_cast<int>(id))) SetWindowTextW(b, noHelp.c_str());
   }
-  SubclassControls();
-  LoadData();
-  SetCtrlsReadOnly(m_readOnly);
-  AddFlexConstraints();
-  ShowControlsMessages();
+  // Every step runs whatever an earlier one threw: a dialog whose load failed must still open
+  // read-only when it is read-only, with its layout and its controls' messages.
+  const auto step = [this](auto&& run) {
+    try {
+      run();
+    } catch (...) {
+      ReportCurrentFailure();
+    }
+  };
+  step([this] { SubclassControls(); });
+  step([this] { LoadData(); });
+  step([this] { SetCtrlsReadOnly(m_readOnly); });
+  step([this] { AddFlexConstraints(); });
+  step([this] { ShowControlsMessages(); });
   return TRUE;
 }
 
 // Data -----------------------------------------------------------------------------------------------------
 
+namespace {
+// Sets the loading flag for a scope and puts the previous value back, also when a load throws.
+struct LoadingScope {
+  bool& flag;
+  bool previous;
+  explicit LoadingScope(bool& f) : flag(f), previous(std::exchange(f, true)) {}
+  ~LoadingScope() { flag = previous; }
+};
+}  // namespace
+
 void CFlgDialog::LoadData() {
   CFlgDataExchange dx(*this, false);
   if (m_errors) m_errors->RemoveAll();
-  const bool wasLoading = m_loading;
-  m_loading = true;
+  LoadingScope loading(m_loading);
   OnLoadData(dx);
-  m_loading = wasLoading;
 }
 
 void CFlgDialog::SaveData() {
@@ -381,10 +401,8 @@ void CFlgDialog::SaveData() {
 
 void CFlgDialog::LoadDataInto(CObjErrorInfoArray* errors) {
   CFlgDataExchange dx(errors, m_hWnd, m_templateName.c_str(), false);
-  const bool wasLoading = m_loading;
-  m_loading = true;
+  LoadingScope loading(m_loading);
   OnLoadData(dx);
-  m_loading = wasLoading;
 }
 
 void CFlgDialog::SaveDataInto(CObjErrorInfoArray* errors) {
@@ -409,8 +427,13 @@ bool CFlgDialog::HandleApply() {
   if (!UpdateData(true)) return false;
   try {
     SaveData();
-  } catch (const std::exception& e) {
-    RecordFailure(e);
+  } catch (...) {
+    // A half-finished save never goes on to the update. Without an error list to show it in,
+    // the failure is shown on its own.
+    if (!RecordCurrentFailure()) {
+      ReportCurrentFailure();
+      return false;
+    }
   }
   if (HasErrors()) {
     ShowErrors();
@@ -421,10 +444,15 @@ bool CFlgDialog::HandleApply() {
   try {
     if (!BeforeUpdate()) return false;
     return OnUpdate() >= 0;
-  } catch (const std::exception& e) {
-    // A refused update (the database said no) keeps the dialog open with the reason shown.
-    RecordFailure(e);
+  } catch (...) {
+    // A refused update (the database said no) keeps the dialog open with the reason shown, in
+    // the errors window too, so that its lines index the list they show.
+    if (!RecordCurrentFailure()) {
+      ReportCurrentFailure();
+      return false;
+    }
     ShowErrors();
+    AddErrorsToToolWnd();
     return false;
   }
 }

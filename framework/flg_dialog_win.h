@@ -16,6 +16,8 @@
 #include <vector>
 
 #include "base/export.h"
+#include "base/handles_win.h"
+#include "controls/window_base_win.h"
 #include "db/stream.h"
 #include "framework/data_exchange.h"
 #include "framework/dialog_cfg.h"
@@ -46,7 +48,7 @@ class VARION_API IGridMessageTarget {
 
 }  // namespace varion
 
-class VARION_API CFlgDialog : public varion::IFlgChildWindow, public varion::IGridMessageTarget {
+class VARION_API CFlgDialog : public varion::Window, public varion::IFlgChildWindow, public varion::IGridMessageTarget {
  public:
   // A control notification that marks the dialog modified.
   struct CTRL_ID_TO_CMD {
@@ -136,8 +138,6 @@ class VARION_API CFlgDialog : public varion::IFlgChildWindow, public varion::IGr
   bool CreateOnDialogItem(HWND parentDialog, UINT ctrlId);
   // For hosts that run their own message loop around a modeless dialog.
   bool PreTranslateMessage(MSG* msg);
-
-  HWND m_hWnd = nullptr;
 
   // Data and errors.
   bool HasErrors() const { return m_errors && !m_errors->IsEmpty(); }
@@ -240,11 +240,15 @@ class VARION_API CFlgDialog : public varion::IFlgChildWindow, public varion::IGr
 
  protected:
   HWND GetParentWindow() const { return m_parent; }
+  // The window's messages (the caption's sphere button) and the dialog manager's.
+  LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
+  INT_PTR DialogProc(UINT msg, WPARAM wp, LPARAM lp) override;
+  void OnFinalMessage() override;
+  std::string FailureArea() const override { return "dialog " + m_templateName; }
+  std::string FailureCaption() const override;
 
  private:
   struct Gdi;
-  static INT_PTR CALLBACK DialogProc(HWND, UINT, WPARAM, LPARAM);
-  static LRESULT CALLBACK FrameProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
   INT_PTR HandleMessage(UINT msg, WPARAM wp, LPARAM lp);
   bool CreateFromTemplate(HWND parent, bool asChild);
   INT_PTR RunModal(bool continueLoop);
@@ -254,9 +258,11 @@ class VARION_API CFlgDialog : public varion::IFlgChildWindow, public varion::IGr
   void SetReadOnlyIn(HWND container, bool readOnly);
   void DrawSphere();
   void SetupSphereMenu();
-  static std::string FailureText(const std::exception& e);
-  void ReportFailure(const std::exception& e);
-  void RecordFailure(const std::exception& e);
+  // Logs and shows the failure in flight (inside a catch block).
+  void ReportCurrentFailure() noexcept;
+  // Logs the failure in flight and adds it to the error list as a dialog-level error; false when
+  // there is no error list to take it.
+  bool RecordCurrentFailure();
 
   std::string m_templateName;
   UINT m_templateId = 0;
@@ -289,7 +295,6 @@ class VARION_API CFlgDialog : public varion::IFlgChildWindow, public varion::IGr
   std::unique_ptr<Gdi> m_gdi;
   std::map<UINT, COLORREF> m_ctrlColors;
   bool m_windowBkgnd = false;
-  HACCEL m_accel = nullptr;
-  bool m_accelOwned = false;
+  varion::AcceleratorTable m_accel;
   bool m_sphereMenu = false;
 };

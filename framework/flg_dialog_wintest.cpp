@@ -12,15 +12,15 @@
 
 #include "base/status.h"
 #include "base/text.h"
-#include "framework/balloon_tip_win.h"
+#include "controls/balloon_tip_win.h"
 #include "framework/data_exchange_win.h"
 #include "framework/flg_dialog_win.h"
 #include "framework/framework_wintest.h"
 #include "framework/help_plugin_win.h"
 #include "framework/hook_supp_win.h"
-#include "framework/message_box_seam_win.h"
-#include "framework/private_messages.h"
-#include "framework/vel_controls_win.h"
+#include "diagnostics/message_box_seam_win.h"
+#include "controls/private_messages.h"
+#include "controls/vel_controls_win.h"
 #include "tests/win_support.h"
 
 namespace varion {
@@ -56,7 +56,7 @@ class BoxAnswers {
 // The contractor form of the tests: what it calls is recorded in order.
 class FormDialog : public CFlgDialog {
  public:
-  FormDialog() : CFlgDialog(IDD_TEST_FORM) {
+  explicit FormDialog(HWND parent = nullptr) : CFlgDialog(IDD_TEST_FORM, parent) {
     SetCtrlIdsForModified({{IDC_F_NAME, EN_CHANGE}, {IDC_F_NOTE, EN_CHANGE}, {IDC_F_BRANCH, CBN_SELCHANGE}});
   }
 
@@ -213,11 +213,10 @@ TEST_F(DialogTest, OkWithErrorsShowsThemAllMarksTheControlsAndFocusesTheFirst) {
   EXPECT_EQ(d.Count("BeforeUpdate"), 0);
 
   // The faulty edit is tinted by the dialog.
-  HDC dc = GetDC(d.Item(IDC_F_NAME));
-  const auto brush = reinterpret_cast<HBRUSH>(SendMessageW(d.m_hWnd, WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc),
-                                                           reinterpret_cast<LPARAM>(d.Item(IDC_F_NAME))));
+  const WindowDc dc(d.Item(IDC_F_NAME));
+  const auto brush = reinterpret_cast<HBRUSH>(SendMessageW(
+      d.m_hWnd, WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc.get()), reinterpret_cast<LPARAM>(d.Item(IDC_F_NAME))));
   EXPECT_EQ(brush, CVelControlBase::FaultyBrush());
-  ReleaseDC(d.Item(IDC_F_NAME), dc);
 
   // Corrected: the marks go on the next check, and OK ends the dialog.
   d.Type(IDC_F_NAME, "Nowa nazwa");
@@ -396,7 +395,7 @@ class ContinuedDialog : public FormDialog {
  public:
   int rounds = 0;
   std::vector<HWND> windows;
-  ContinuedDialog() {
+  explicit ContinuedDialog(HWND parent = nullptr) : FormDialog(parent) {
     driver = [](FormDialog& f) { PostMessageW(f.m_hWnd, GetAppMessageBase() + 100, 0, 0); };
   }
   bool OnMessage(UINT msg, WPARAM, LPARAM, LRESULT&) override {
@@ -743,14 +742,13 @@ TEST_F(DialogTest, FontsColoursAcceleratorsAndTheSphereButton) {
     EXPECT_STREQ(lf.lfFaceName, L"Arial");
 
     f.SetBkgndColor(IDC_F_NOTE, RGB(255, 255, 200));
-    HDC dc = GetDC(f.Item(IDC_F_NOTE));
-    auto brush = reinterpret_cast<HBRUSH>(SendMessageW(f.m_hWnd, WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc),
+    const WindowDc dc(f.Item(IDC_F_NOTE));
+    auto brush = reinterpret_cast<HBRUSH>(SendMessageW(f.m_hWnd, WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc.get()),
                                                        reinterpret_cast<LPARAM>(f.Item(IDC_F_NOTE))));
     LOGBRUSH lb{};
     GetObjectW(brush, sizeof lb, &lb);
     EXPECT_EQ(lb.lbColor, RGB(255, 255, 200));
-    EXPECT_EQ(GetBkColor(dc), RGB(255, 255, 200));
-    ReleaseDC(f.Item(IDC_F_NOTE), dc);
+    EXPECT_EQ(GetBkColor(dc.get()), RGB(255, 255, 200));
 
     // The sphere in the caption: drawn there, and a click on it opens its menu.
     const RECT s = f.GetSphereRect();
@@ -759,11 +757,10 @@ TEST_F(DialogTest, FontsColoursAcceleratorsAndTheSphereButton) {
     EXPECT_EQ(SendMessageW(f.m_hWnd, WM_NCHITTEST, 0, MAKELPARAM(centre.x, centre.y)), HTSYSMENU);
     SendMessageW(f.m_hWnd, WM_NCLBUTTONDOWN, HTSYSMENU, MAKELPARAM(centre.x, centre.y));
     RedrawWindow(f.m_hWnd, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_UPDATENOW);
-    HDC wdc = GetWindowDC(f.m_hWnd);
+    const WindowDc wdc(f.m_hWnd, true);
     RECT w;
     GetWindowRect(f.m_hWnd, &w);
-    const COLORREF c = GetPixel(wdc, centre.x - w.left, centre.y - w.top);
-    ReleaseDC(f.m_hWnd, wdc);
+    const COLORREF c = GetPixel(wdc.get(), centre.x - w.left, centre.y - w.top);
     EXPECT_GT(GetBValue(c), GetRValue(c));  // blue, whatever the caption's colour
 
     // F6 from the accelerator table reaches the dialog as a command through the modal loop.
@@ -848,6 +845,128 @@ TEST_F(DialogTest, ConfigurationIsStoredOnCloseAndReadWhenTheWindowHasLoaded) {
   PumpMessages(20);
   EXPECT_EQ(again.columnWidth, 215);
   EXPECT_EQ(again.filter, "aktywni");
+}
+
+// Throws from the handler named by `throwIn`: what a host's handler or a failing database does.
+class FailingDialog : public ContinuedDialog {
+ public:
+  using ContinuedDialog::ContinuedDialog;
+  std::string throwIn;
+  void OnLoadData(CFlgDataExchange& dx) override {
+    FormDialog::OnLoadData(dx);
+    if (throwIn == "load") throw std::runtime_error("load failed");
+  }
+  void OnSaveData(CFlgDataExchange& dx) override {
+    FormDialog::OnSaveData(dx);
+    if (throwIn == "save") throw std::runtime_error("save failed");
+  }
+  int OnUpdate() override {
+    if (throwIn == "update") throw ComError(kDbError, "Naruszenie ograniczenia UNIQUE", "23000");
+    return FormDialog::OnUpdate();
+  }
+  void OnRefreshModalContinueDlg() override {
+    FormDialog::OnRefreshModalContinueDlg();
+    if (throwIn == "refresh") throw std::runtime_error("refresh failed");
+  }
+  // A host's configuration writer may throw anything, not only standard exceptions.
+  void SaveDlgCfg(db::ByteStream&) override {
+    if (throwIn == "cfg") throw 42;
+  }
+  using FormDialog::SaveDlgCfg;
+};
+
+TEST_F(DialogTest, OpeningFinishesEveryStepWhenLoadingThrows) {
+  for (bool readOnly : {false, true}) {
+    SCOPED_TRACE(readOnly ? "read-only" : "editable");
+    m_boxes.calls.clear();
+    FailingDialog d;
+    d.driver = nullptr;
+    d.throwIn = "load";
+    d.SetReadOnly(readOnly);
+    ASSERT_TRUE(d.Create(nullptr));
+    EXPECT_EQ(d.calls, (std::vector<std::string>{"SubclassControls", "OnLoadData", "SetCtrlsReadOnly",
+                                                 "AddFlexConstraints", "ShowControlsMessages"}));
+    EXPECT_FALSE(d.IsLoading());
+    ASSERT_EQ(m_boxes.calls.size(), 1u);
+    EXPECT_EQ(m_boxes.calls[0].text, "load failed");
+    EXPECT_EQ((GetWindowLongW(d.Item(IDC_F_NOTE), GWL_STYLE) & ES_READONLY) != 0, readOnly);
+    // Changes count again once the failed load is over, so cancel asks, unless read-only.
+    d.Type(IDC_F_NOTE, "zmiana");
+    m_boxes.answers = {IDNO};
+    d.Click(IDCANCEL);
+    EXPECT_EQ(m_boxes.calls.size(), readOnly ? 1u : 2u);
+    EXPECT_FALSE(IsWindow(d.m_hWnd));
+  }
+}
+
+TEST_F(DialogTest, FailedRefreshOfAContinuedModalDialogLeavesTheOwnerEnabled) {
+  testing::unique_hwnd owner(CreateWindowExW(0, L"STATIC", L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300,
+                                               200, nullptr, nullptr, nullptr, nullptr));
+  FailingDialog d(owner.get());
+  d.throwIn = "refresh";
+  INT_PTR result = 0;
+  EXPECT_NO_THROW(result = d.DoModalContinue());
+  EXPECT_EQ(result, IDOK);
+  EXPECT_EQ(d.Count("OnRefreshModalContinueDlg"), 2);
+  EXPECT_EQ(m_boxes.calls.size(), 2u);
+  EXPECT_TRUE(IsWindowEnabled(owner.get()));
+  EXPECT_FALSE(IsWindow(d.windows.front()));
+}
+
+TEST_F(DialogTest, FailedSaveOrUpdateNeverGoesOnAndTheErrorsWindowShowsTheNewList) {
+  FailingDialog d;
+  d.driver = nullptr;
+  ASSERT_TRUE(d.Create(nullptr));
+  d.EnableErrorsWnd(true);
+  d.throwIn = "update";
+  d.Type(IDC_F_NAME, "");
+  d.Click(IDOK);
+  EXPECT_EQ(d.ErrorsWnd().GetLines(), (std::vector<std::string>{"Proszę wprowadzić wartość."}));
+  d.Type(IDC_F_NAME, "Hurtownia");
+  m_boxes.calls.clear();
+  d.Click(IDOK);  // OnUpdate throws: the window lists what a double click will point at
+  EXPECT_TRUE(IsWindow(d.m_hWnd));
+  EXPECT_EQ(d.ErrorsWnd().GetLines(), Messages(d));
+  EXPECT_EQ(Messages(d), (std::vector<std::string>{"Naruszenie ograniczenia UNIQUE"}));
+
+  // Without an error list a throwing save is shown and stops the apply before the update.
+  d.SetErrorsArray(nullptr);
+  d.throwIn = "save";
+  m_boxes.calls.clear();
+  const int before = d.Count("BeforeUpdate");
+  EXPECT_FALSE(d.HandleApply());
+  EXPECT_EQ(d.Count("BeforeUpdate"), before);
+  ASSERT_EQ(m_boxes.calls.size(), 1u);
+  EXPECT_EQ(m_boxes.calls[0].text, "save failed");
+  d.SetDefErrorsArray();
+}
+
+TEST_F(DialogTest, ConfigurationWriterThrowingAnythingWhileClosingIsReportedAndTheDialogStillGoes) {
+  FailingDialog d;
+  d.driver = nullptr;
+  d.throwIn = "cfg";
+  d.SetDataForCfgSave(std::make_shared<MemoryCfgFactory>());
+  ASSERT_TRUE(d.Create(nullptr));
+  HWND window = d.m_hWnd;
+  DestroyWindow(window);
+  EXPECT_FALSE(IsWindow(window));
+  EXPECT_EQ(d.m_hWnd, nullptr);
+  ASSERT_EQ(m_boxes.calls.size(), 1u);
+  EXPECT_EQ(m_boxes.calls[0].text, "Nieznany błąd.");
+}
+
+TEST_F(DialogTest, SetFontFreesTheFontItMadeBeforeForTheSameControl) {
+  FormDialog d;
+  ASSERT_TRUE(d.Create(nullptr));
+  d.SetFont(IDC_F_NOTE, 12, true);
+  const auto first = reinterpret_cast<HFONT>(SendMessageW(d.Item(IDC_F_NOTE), WM_GETFONT, 0, 0));
+  ASSERT_EQ(GetObjectType(first), static_cast<DWORD>(OBJ_FONT));
+  d.SetFont(IDC_F_NOTE, 14);
+  EXPECT_EQ(GetObjectType(first), 0u);
+  const auto second = reinterpret_cast<HFONT>(SendMessageW(d.Item(IDC_F_NOTE), WM_GETFONT, 0, 0));
+  EXPECT_EQ(GetObjectType(second), static_cast<DWORD>(OBJ_FONT));
+  d.SetNormalFont(IDC_F_NOTE);
+  EXPECT_EQ(GetObjectType(second), 0u);
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <mutex>
 
 #include "base/text.h"
-#include "framework/message_box_seam_win.h"
+#include "diagnostics/message_box_seam_win.h"
 
 namespace varion {
 namespace {

@@ -8,9 +8,11 @@
 #include <type_traits>
 
 #include "base/text.h"
-#include "framework/framework_log.h"
-#include "framework/library_module_win.h"
-#include "framework/vel_controls_win.h"
+#include "base/handles_win.h"
+#include "diagnostics/failure_boundary_win.h"
+#include "diagnostics/framework_log.h"
+#include "base/library_module_win.h"
+#include "controls/vel_controls_win.h"
 
 std::atomic<int> CHookSupp::m_bInitialized{0};
 std::atomic<int> CHookSupp::m_nHookGuard{0};
@@ -83,16 +85,22 @@ std::map<std::string, VelSubclassProc, NoCase> g_map;
 std::atomic<bool> g_subclassing{true};
 GridLibraryBinding g_grid;
 
-struct HookDeleter {
-  void operator()(HHOOK h) const { UnhookWindowsHookEx(h); }
-};
-using unique_hook = std::unique_ptr<std::remove_pointer_t<HHOOK>, HookDeleter>;
+// Every thread's creation hook, owned in one process-wide table rather than by thread-local
+// state, so that unloading the library can remove the hooks of threads that are still running:
+// a hook left behind would call into an unloaded image at the thread's next window creation.
+std::mutex g_hooksMutex;
+std::map<DWORD, varion::unique_hook> g_hooks;
+// The calling thread's hook, for CallNextHookEx without a lock (the system ignores the handle
+// there anyway).
+thread_local HHOOK t_hook = nullptr;
 
-// The library's per-thread state.
-struct ThreadState {
-  unique_hook hook;
+// Raises CHookSupp::m_nHookGuard for the life of a dispatch, also when it throws.
+struct HookGuardScope {
+  HookGuardScope() { ++CHookSupp::m_nHookGuard; }
+  ~HookGuardScope() { --CHookSupp::m_nHookGuard; }
+  HookGuardScope(const HookGuardScope&) = delete;
+  HookGuardScope& operator=(const HookGuardScope&) = delete;
 };
-thread_local ThreadState t_state;
 
 const wchar_t kVisualStyleProp[] = L"VarionVisualStyle";
 
@@ -186,22 +194,48 @@ void CHookSupp::InstallUIHook() {
 void CHookSupp::RemoveUIHook() { RemoveCbtFilter(); }
 
 void CHookSupp::SetCbtFilter() {
-  if (!m_bInitialized || t_state.hook) return;
-  t_state.hook.reset(SetWindowsHookExW(WH_CBT, CbtProc, nullptr, GetCurrentThreadId()));
+  if (!m_bInitialized) return;
+  std::lock_guard lock(g_hooksMutex);
+  auto& slot = g_hooks[GetCurrentThreadId()];
+  if (!slot) slot.reset(SetWindowsHookExW(WH_CBT, CbtProc, nullptr, GetCurrentThreadId()));
+  t_hook = slot.get();
+  if (!slot) g_hooks.erase(GetCurrentThreadId());
 }
 
-void CHookSupp::RemoveCbtFilter() { t_state.hook.reset(); }
+void CHookSupp::RemoveCbtFilter() {
+  t_hook = nullptr;
+  std::lock_guard lock(g_hooksMutex);
+  g_hooks.erase(GetCurrentThreadId());
+}
 
-bool CHookSupp::IsUIHookInstalled() { return t_state.hook != nullptr; }
+void CHookSupp::RemoveAllUIHooks() {
+  t_hook = nullptr;
+  std::lock_guard lock(g_hooksMutex);
+  g_hooks.clear();
+}
+
+bool CHookSupp::IsUIHookInstalled() {
+  std::lock_guard lock(g_hooksMutex);
+  return g_hooks.count(GetCurrentThreadId()) != 0;
+}
+
+std::size_t CHookSupp::InstalledUIHookCount() {
+  std::lock_guard lock(g_hooksMutex);
+  return g_hooks.size();
+}
 
 LRESULT CALLBACK CHookSupp::CbtProc(int code, WPARAM wParam, LPARAM lParam) {
   if (code == HCBT_CREATEWND && g_subclassing.load(std::memory_order_relaxed)) {
     auto* cw = reinterpret_cast<CBT_CREATEWNDW*>(lParam);
-    ++m_nHookGuard;
-    Dispatch(reinterpret_cast<HWND>(wParam), cw ? cw->lpcs : nullptr);
-    --m_nHookGuard;
+    HWND window = reinterpret_cast<HWND>(wParam);
+    // A subclass procedure is host code as often as ours: whatever it throws stops here, and
+    // the window is still created.
+    varion::CallGuarded(window, "creation hook", [&] {
+      HookGuardScope guard;
+      Dispatch(window, cw ? cw->lpcs : nullptr);
+    });
   }
-  return CallNextHookEx(t_state.hook.get(), code, wParam, lParam);
+  return CallNextHookEx(t_hook, code, wParam, lParam);
 }
 
 BOOL CHookSupp::Dispatch(HWND window, CREATESTRUCTW* create) {

@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include <atomic>
+#include <cstddef>
 
 #include "base/export.h"
 
@@ -62,6 +63,9 @@ class VARION_API CHookSupp {
   static void SetCbtFilter();
   static void RemoveCbtFilter();
   static bool IsUIHookInstalled();
+  // Removes the hooks of every thread (the library is being unloaded) and how many are in place.
+  static void RemoveAllUIHooks();
+  static std::size_t InstalledUIHookCount();
 
   // Looks the window's class up and runs its subclass procedure. A class name of 100 characters
   // or more stops the process (deliberately: such a name means the window's class data is

@@ -9,9 +9,11 @@
 
 #include "base/text.h"
 #include "framework/hook_supp_win.h"
-#include "framework/library_module_win.h"
-#include "framework/private_messages.h"
-#include "framework/vel_controls_win.h"
+#include "base/library_module_win.h"
+#include "controls/private_messages.h"
+#include "controls/vel_controls_win.h"
+#include "diagnostics/failure_boundary_win.h"
+#include "diagnostics/message_box_seam_win.h"
 #include "tests/win_support.h"
 
 namespace varion {
@@ -167,6 +169,44 @@ TEST_F(HookTest, HookIsPerThread) {
   EXPECT_TRUE(CHookSupp::IsUIHookInstalled());  // this thread's hook is untouched
 }
 
+BOOL ThrowingProc(HWND, CREATESTRUCTW*) {
+  EXPECT_EQ(CHookSupp::m_nHookGuard.load(), 1);
+  throw std::runtime_error("subclass failed");
+}
+
+TEST_F(HookTest, ThrowingSubclassProcedureIsReportedAndTheWindowIsStillCreated) {
+  const unsigned caught = FailuresCaughtOnThread();
+  auto previous = SetFrameworkMessageBox([](HWND, const std::string&, const std::string&, UINT) { return IDOK; });
+  CHookSupp::AddSubclassProc("vel_planner", ThrowingProc);
+  unique_hwnd w = Create(m_parent.get(), L"vel_planner");
+  CHookSupp::RemoveSubclassProc("vel_planner");
+  SetFrameworkMessageBox(previous);
+  EXPECT_TRUE(IsWindow(w.get()));
+  EXPECT_EQ(FailuresCaughtOnThread(), caught + 1);
+  EXPECT_EQ(CHookSupp::m_nHookGuard.load(), 0);
+}
+
+TEST_F(HookTest, UnloadingRemovesTheHooksOfThreadsStillRunning) {
+  const unique_file installed(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
+      removed(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+  bool attachedAfter = true;
+  std::thread t([&] {
+    CHookSupp::InstallUIHook();
+    SetEvent(installed.get());
+    WaitForSingleObject(removed.get(), 5000);
+    unique_hwnd a(CreateWindowExW(0, L"vel_curredit", L"", WS_POPUP, 0, 0, 50, 20, nullptr, nullptr, nullptr, nullptr));
+    attachedAfter = CVelControlBase::FromHandle(a.get()) != nullptr;
+  });
+  WaitForSingleObject(installed.get(), 5000);
+  EXPECT_EQ(CHookSupp::InstalledUIHookCount(), 2u);  // this thread's and the other's
+  CHookSupp::RemoveAllUIHooks();
+  EXPECT_EQ(CHookSupp::InstalledUIHookCount(), 0u);
+  SetEvent(removed.get());
+  t.join();
+  EXPECT_FALSE(attachedAfter);
+  CHookSupp::InstallUIHook();
+}
+
 TEST_F(HookTest, WindowCreatedBeforeInitialisationStaysPlain) {
   CHookSupp::RemoveUIHook();
   CHookSupp::TermVelControls();
@@ -261,9 +301,8 @@ TEST_F(HookTest, ControlsShowTheirErrorsVisibly) {
   auto cornerColour = [&] {
     RedrawWindow(edit.get(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_UPDATENOW);
     PumpMessages(20);
-    HDC dc = GetWindowDC(edit.get());
-    COLORREF c = GetPixel(dc, 0, 0);
-    ReleaseDC(edit.get(), dc);
+    const WindowDc dc(edit.get(), true);
+    COLORREF c = GetPixel(dc.get(), 0, 0);
     return c;
   };
   EXPECT_NE(cornerColour(), CVelControlBase::kFaultyFrame);

@@ -3,13 +3,13 @@
 #include <commctrl.h>
 
 #include "base/text.h"
+#include "diagnostics/failure_boundary_win.h"
 
 namespace varion {
 namespace {
 
 // Posted to the list view itself once a header drag has ended and the header shows its order.
 constexpr UINT kApplyDrag = WM_APP + 0x5A1;
-constexpr UINT_PTR kSubclassId = 0x5A1;
 
 int AlignFormat(std::int32_t align) {
   switch (align) {
@@ -25,7 +25,8 @@ ListViewGrid::ListViewGrid(CMapCustGridCfg& cfg, db::Connection connection)
     : m_cfg(cfg), m_model(cfg), m_connection(std::move(connection)) {}
 
 ListViewGrid::~ListViewGrid() {
-  if (IsWindow(m_list.get())) RemoveWindowSubclass(m_list.get(), ListProc, kSubclassId);
+  // Let go before the list view goes with m_list, so its last messages reach no half-gone object.
+  DetachWindow();
 }
 
 HWND ListViewGrid::Create(HWND parent, int id, const RECT& rect, HFONT font) {
@@ -38,7 +39,7 @@ HWND ListViewGrid::Create(HWND parent, int id, const RECT& rect, HFONT font) {
   if (font) SendMessageW(list, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
   SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
                LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES | LVS_EX_HEADERDRAGDROP);
-  SetWindowSubclass(list, ListProc, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
+  AttachWindow(list);
   return list;
 }
 
@@ -150,21 +151,23 @@ void ListViewGrid::Changed() {
 void ListViewGrid::RefreshAfterChange() {
   try {
     Refresh();
-  } catch (const ComError& e) {
-    if (m_error) m_error(e);
+  } catch (...) {
+    const Failure failure = DescribeFailure(std::current_exception());
+    if (m_error)
+      CallGuarded(m_list.get(), FailureArea(), [&] { m_error(ComError(failure.code, failure.text)); });
+    else
+      ReportFailure(m_list.get(), FailureArea(), failure);
     return;
   }
-  Changed();
+  CallGuarded(m_list.get(), FailureArea(), [this] { Changed(); });
 }
 
-LRESULT CALLBACK ListViewGrid::ListProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR id, DWORD_PTR ref) {
-  auto* self = reinterpret_cast<ListViewGrid*>(ref);
+LRESULT ListViewGrid::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
   if (msg == kApplyDrag) {
-    self->ApplyDrag(static_cast<int>(wp));
+    ApplyDrag(static_cast<int>(wp));
     return 0;
   }
-  if (msg == WM_NCDESTROY) RemoveWindowSubclass(h, ListProc, id);
-  return DefSubclassProc(h, msg, wp, lp);
+  return Default(msg, wp, lp);
 }
 
 }  // namespace varion

@@ -11,17 +11,17 @@
 #include <type_traits>
 #include <vector>
 
+#include "base/handles_win.h"
+#include "controls/window_base_win.h"
 #include "db/connection.h"
 #include "grid/list_view_model.h"
 
 namespace varion {
 
-class ListViewGrid {
+class ListViewGrid : public Window {
  public:
   ListViewGrid(CMapCustGridCfg& cfg, db::Connection connection);
-  ~ListViewGrid();
-  ListViewGrid(const ListViewGrid&) = delete;
-  ListViewGrid& operator=(const ListViewGrid&) = delete;
+  ~ListViewGrid() override;
 
   HWND Create(HWND parent, int id, const RECT& rect, HFONT font);
   HWND Window() const { return m_list.get(); }
@@ -30,20 +30,19 @@ class ListViewGrid {
   // Reads the rows again and shows them under the configuration's columns. Raises ComError.
   void Refresh();
   // The list view's and its header's notifications; true, with the result set, when handled.
-  // A database failure while showing the change is passed to the error callback, never thrown.
+  // A database failure while showing the change is passed to the error callback, or without
+  // one to the library's failure boundary (logged and shown); it is never thrown.
   bool OnNotify(const NMHDR& header, LRESULT& result);
   void SetOnError(std::function<void(const ComError&)> callback) { m_error = std::move(callback); }
   // Called after each change the user made to the layout (sort, order, width), once the list
   // shows it.
   void SetOnLayoutChanged(std::function<void()> callback) { m_changed = std::move(callback); }
 
+ protected:
+  LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override;
+  std::string FailureArea() const override { return "list view"; }
+
  private:
-  struct WindowDeleter {
-    void operator()(HWND h) const {
-      if (IsWindow(h)) DestroyWindow(h);
-    }
-  };
-  static LRESULT CALLBACK ListProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
   void FillColumns();
   void FillRows(const std::vector<std::vector<std::string>>& rows);
   void ApplyDrag(int dragged);
@@ -54,7 +53,7 @@ class ListViewGrid {
   CMapCustGridCfg& m_cfg;
   ListViewModel m_model;
   db::Connection m_connection;
-  std::unique_ptr<std::remove_pointer_t<HWND>, WindowDeleter> m_list;
+  unique_window m_list;
   std::function<void()> m_changed;
   std::function<void(const ComError&)> m_error;
   bool m_filling = false;

@@ -44,7 +44,7 @@ class ListViewGridTest : public ::testing::Test {
     m_cfg = std::make_unique<CMapCustGridCfg>(&list, columns, 4, &table, 1);
     m_cfg->SetVisible(kId, false);
     m_parent = varion::testing::MakeParentWindow(500, 300);
-    SetWindowSubclass(m_parent.get(), ForwardNotify, 1, reinterpret_cast<DWORD_PTR>(this));
+    m_forwarder.Attach(m_parent.get(), this);
     m_grid = std::make_unique<ListViewGrid>(*m_cfg, m_conn);
     m_grid->SetOnLayoutChanged([this] { ++m_changes; });
     const RECT rect = {0, 0, 480, 260};
@@ -53,18 +53,27 @@ class ListViewGridTest : public ::testing::Test {
     m_grid->Refresh();
     PumpMessages();
   }
-  ~ListViewGridTest() override {
-    RemoveWindowSubclass(m_parent.get(), ForwardNotify, 1);
-    m_grid.reset();
-  }
+  ~ListViewGridTest() override { m_grid.reset(); }
 
-  static LRESULT CALLBACK ForwardNotify(HWND h, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR self) {
-    LRESULT result = 0;
-    if (msg == WM_NOTIFY && reinterpret_cast<ListViewGridTest*>(self)->m_grid &&
-        reinterpret_cast<ListViewGridTest*>(self)->m_grid->OnNotify(*reinterpret_cast<NMHDR*>(lp), result))
-      return result;
-    return DefSubclassProc(h, msg, wp, lp);
-  }
+  // The parent hands the list view's notifications to the grid, as a host's window does.
+  class NotifyForwarder : public Window {
+   public:
+    void Attach(HWND parent, ListViewGridTest* test) {
+      m_test = test;
+      AttachWindow(parent);
+    }
+
+   protected:
+    LRESULT WindowProc(UINT msg, WPARAM wp, LPARAM lp) override {
+      LRESULT result = 0;
+      if (msg == WM_NOTIFY && m_test->m_grid && m_test->m_grid->OnNotify(*reinterpret_cast<NMHDR*>(lp), result))
+        return result;
+      return Default(msg, wp, lp);
+    }
+
+   private:
+    ListViewGridTest* m_test = nullptr;
+  };
 
   std::vector<std::string> Headers() const {
     std::vector<std::string> out;
@@ -113,6 +122,7 @@ class ListViewGridTest : public ::testing::Test {
   std::unique_ptr<CMapCustGridCfg> m_cfg;
   varion::testing::unique_hwnd m_parent;
   std::unique_ptr<ListViewGrid> m_grid;
+  NotifyForwarder m_forwarder;
   HWND m_list = nullptr, m_header = nullptr;
   int m_changes = 0;
 };

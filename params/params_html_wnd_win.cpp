@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "base/status.h"
+#include "base/library_module_win.h"
 #include "base/text.h"
 #include "controls/calendar_tools.h"
 
@@ -13,13 +14,6 @@ namespace {
 
 constexpr int kMargin = 8;  // pixels around the text, as a page's body margin
 constexpr COLORREF kHighlight = RGB(0xff, 0xfb, 0xf0);
-
-HINSTANCE ThisModule() {
-  HMODULE module = nullptr;
-  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                     reinterpret_cast<LPCWSTR>(&ThisModule), &module);
-  return module;
-}
 
 COLORREF CssColor(const std::string& css, COLORREF fallback) {
   const std::uint32_t c = CalendarTools::ParseColor(css.c_str());
@@ -30,9 +24,7 @@ COLORREF CssColor(const std::string& css, COLORREF fallback) {
 int FontHeight(const std::string& size) {
   char* end = nullptr;
   const double value = std::strtod(size.c_str(), &end);
-  HDC screen = GetDC(nullptr);
-  const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
-  ReleaseDC(nullptr, screen);
+  const int dpi = GetDeviceCaps(varion::WindowDc(nullptr).get(), LOGPIXELSY);
   if (value > 0 && std::string(end) == "px") return -static_cast<int>(value + 0.5);
   return -MulDiv(value > 0 ? static_cast<int>(value + 0.5) : 9, dpi, 72);
 }
@@ -40,25 +32,15 @@ int FontHeight(const std::string& size) {
 }  // namespace
 
 CParamsHtmlWnd::~CParamsHtmlWnd() {
-  if (m_hwnd && IsWindow(m_hwnd)) DestroyWindow(m_hwnd);
+  // Destroyed here, while the object is whole, rather than by the base after it is gone.
+  if (IsWindow(m_hWnd)) DestroyWindow(m_hWnd);
 }
 
 bool CParamsHtmlWnd::Create(HWND parent, const RECT& rect, int id) {
-  static const ATOM registered = [] {
-    WNDCLASSEXW wc{};
-    wc.cbSize = sizeof wc;
-    wc.style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS;
-    wc.lpfnWndProc = WndProc;
-    wc.hInstance = ThisModule();
-    wc.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));  // IDC_ARROW
-    wc.lpszClassName = kClassName;
-    return RegisterClassExW(&wc);
-  }();
-  if (!registered) return false;
-  m_hwnd = CreateWindowExW(0, kClassName, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, rect.left, rect.top,
-                           rect.right - rect.left, rect.bottom - rect.top, parent,
-                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ThisModule(), this);
-  if (!m_hwnd) return false;
+  if (!RegisterWindowClass(kClassName, CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS)) return false;
+  if (!CreateWindowOf(0, kClassName, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, rect, parent, static_cast<UINT_PTR>(id),
+                      varion::LibraryModule()))
+    return false;
   InitDescr();
   return true;
 }
@@ -88,15 +70,16 @@ void CParamsHtmlWnd::MakeFonts() {
 }
 
 void CParamsHtmlWnd::Reflow() {
-  if (!m_hwnd) return;
+  if (!m_hWnd) return;
   MakeFonts();
-  HDC dc = GetDC(m_hwnd);
-  HGDIOBJ old = SelectObject(dc, m_font.get());
+  const varion::WindowDc windowDc(m_hWnd);
+  HDC dc = windowDc.get();
+  const varion::SelectedObject font(dc, m_font.get());
   TEXTMETRICW tm{};
   GetTextMetricsW(dc, &tm);
   m_lineHeight = tm.tmHeight + tm.tmExternalLeading;
   RECT client{};
-  GetClientRect(m_hwnd, &client);
+  GetClientRect(m_hWnd, &client);
   // Links are drawn in the same face, only underlined, so one font measures both.
   m_boxes = varion::params::FlowRuns(m_runs, std::max<int>(1, client.right - 2 * kMargin), m_lineHeight,
                                      [dc](std::string_view text) {
@@ -105,21 +88,17 @@ void CParamsHtmlWnd::Reflow() {
                                        GetTextExtentPoint32W(dc, w.c_str(), static_cast<int>(w.size()), &size);
                                        return static_cast<int>(size.cx);
                                      });
-  SelectObject(dc, old);
-  ReleaseDC(m_hwnd, dc);
-  InvalidateRect(m_hwnd, nullptr, TRUE);
+  InvalidateRect(m_hWnd, nullptr, TRUE);
 }
 
 void CParamsHtmlWnd::Paint(HDC dc) {
   RECT client{};
-  GetClientRect(m_hwnd, &client);
-  HBRUSH background = CreateSolidBrush(Highlight() ? kHighlight : GetSysColor(COLOR_WINDOW));
-  FillRect(dc, &client, background);
-  DeleteObject(background);
+  GetClientRect(m_hWnd, &client);
+  FillRect(dc, &client, varion::unique_brush(CreateSolidBrush(Highlight() ? kHighlight : GetSysColor(COLOR_WINDOW))).get());
   SetBkMode(dc, TRANSPARENT);
   const COLORREF defined = CssColor(DefinedColor(), RGB(0, 0, 0xC0));
   const COLORREF undefined = CssColor(UndefinedColor(), RGB(0xC0, 0, 0));
-  HGDIOBJ old = SelectObject(dc, m_font.get());
+  const varion::SelectedObject font(dc, m_font.get());
   for (const varion::params::PageBox& box : m_boxes) {
     const varion::params::PageRun& run = m_runs[box.run];
     const bool link = !run.href.empty();
@@ -128,12 +107,11 @@ void CParamsHtmlWnd::Paint(HDC dc) {
     std::wstring w = varion::text::Cp1250ToWide(box.text);
     if (link && !w.empty() && w.back() == L' ') w.pop_back();  // no underline under a trailing blank
     TextOutW(dc, kMargin + box.x, kMargin / 2 + box.y, w.c_str(), static_cast<int>(w.size()));
-    if (link && box.run == m_focusRun && GetFocus() == m_hwnd) {
+    if (link && box.run == m_focusRun && GetFocus() == m_hWnd) {
       RECT r{kMargin + box.x - 1, kMargin / 2 + box.y, kMargin + box.x + box.width + 1, kMargin / 2 + box.y + m_lineHeight};
       DrawFocusRect(dc, &r);
     }
   }
-  SelectObject(dc, old);
 }
 
 std::vector<int> CParamsHtmlWnd::LinkRuns() const {
@@ -173,38 +151,17 @@ void CParamsHtmlWnd::MoveFocus(bool back) {
   if (at == runs.end()) m_focusRun = back ? runs.back() : runs.front();
   else if (back) m_focusRun = at == runs.begin() ? runs.back() : *(at - 1);
   else m_focusRun = at + 1 == runs.end() ? runs.front() : *(at + 1);
-  InvalidateRect(m_hwnd, nullptr, TRUE);
+  InvalidateRect(m_hWnd, nullptr, TRUE);
 }
 
 void CParamsHtmlWnd::Follow(int run) {
   if (run < 0 || run >= static_cast<int>(m_runs.size())) return;
   const std::string href = m_runs[run].href;  // the page is rewritten while the link is followed
-  try {
-    OnBeforeNavigate2(href.c_str());
-  } catch (const varion::ComError& e) {
-    // Nothing may leave a window procedure: the dialog's database error is shown here.
-    const std::wstring text = varion::text::Cp1250ToWide(e.Message() + "\n" + varion::StatusText(e.Code()));
-    MessageBoxW(GetAncestor(m_hwnd, GA_ROOT), text.c_str(), L"Parametry zestawienia", MB_OK | MB_ICONERROR);
-  }
+  // A dialog's database error goes to the window's failure boundary, which logs and shows it.
+  OnBeforeNavigate2(href.c_str());
 }
 
-LRESULT CALLBACK CParamsHtmlWnd::WndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
-  if (msg == WM_NCCREATE) {
-    auto* self = static_cast<CParamsHtmlWnd*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
-    self->m_hwnd = hwnd;
-    SetWindowLongPtrW(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
-  }
-  auto* self = reinterpret_cast<CParamsHtmlWnd*>(GetWindowLongPtrW(hwnd, GWLP_USERDATA));
-  if (!self) return DefWindowProcW(hwnd, msg, wParam, lParam);
-  if (msg == WM_NCDESTROY) {
-    SetWindowLongPtrW(hwnd, GWLP_USERDATA, 0);
-    self->m_hwnd = nullptr;
-    return DefWindowProcW(hwnd, msg, wParam, lParam);
-  }
-  return self->OnMessage(msg, wParam, lParam);
-}
-
-LRESULT CParamsHtmlWnd::OnMessage(UINT msg, WPARAM wParam, LPARAM lParam) {
+LRESULT CParamsHtmlWnd::WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) {
   switch (msg) {
     case WM_SIZE:
       Reflow();
@@ -212,10 +169,8 @@ LRESULT CParamsHtmlWnd::OnMessage(UINT msg, WPARAM wParam, LPARAM lParam) {
     case WM_ERASEBKGND:
       return 1;  // Paint fills the background
     case WM_PAINT: {
-      PAINTSTRUCT ps;
-      HDC dc = BeginPaint(m_hwnd, &ps);
-      Paint(dc);
-      EndPaint(m_hwnd, &ps);
+      varion::PaintDc dc(m_hWnd);
+      Paint(dc.get());
       return 0;
     }
     case WM_PRINTCLIENT:
@@ -224,7 +179,7 @@ LRESULT CParamsHtmlWnd::OnMessage(UINT msg, WPARAM wParam, LPARAM lParam) {
     case WM_SETCURSOR: {
       POINT pt;
       GetCursorPos(&pt);
-      ScreenToClient(m_hwnd, &pt);
+      ScreenToClient(m_hWnd, &pt);
       if (LOWORD(lParam) == HTCLIENT && LinkRunAt(pt) >= 0) {
         SetCursor(LoadCursorW(nullptr, MAKEINTRESOURCEW(32649)));  // IDC_HAND
         return TRUE;
@@ -232,7 +187,7 @@ LRESULT CParamsHtmlWnd::OnMessage(UINT msg, WPARAM wParam, LPARAM lParam) {
       break;
     }
     case WM_LBUTTONDOWN:
-      SetFocus(m_hwnd);
+      SetFocus(m_hWnd);
       return 0;
     case WM_LBUTTONUP: {
       const int run = LinkRunAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
@@ -256,10 +211,10 @@ LRESULT CParamsHtmlWnd::OnMessage(UINT msg, WPARAM wParam, LPARAM lParam) {
       break;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
-      InvalidateRect(m_hwnd, nullptr, TRUE);
+      InvalidateRect(m_hWnd, nullptr, TRUE);
       return 0;
     default:
       break;
   }
-  return DefWindowProcW(m_hwnd, msg, wParam, lParam);
+  return Default(msg, wParam, lParam);
 }

@@ -13,21 +13,21 @@
 #include <vector>
 
 #include "base/export.h"
+#include "base/handles_win.h"
+#include "controls/window_base_win.h"
 #include "params/params_html_ctrl.h"
 #include "params/params_page_layout.h"
 
-class VARION_API CParamsHtmlWnd : public CParamsHtmlCtrl {
+class VARION_API CParamsHtmlWnd : public CParamsHtmlCtrl, public varion::Window {
  public:
   static constexpr const wchar_t* kClassName = L"vel_paramsview";
 
   CParamsHtmlWnd() = default;
   ~CParamsHtmlWnd() override;
-  CParamsHtmlWnd(const CParamsHtmlWnd&) = delete;
-  CParamsHtmlWnd& operator=(const CParamsHtmlWnd&) = delete;
 
   // Creates the child window and shows the home page.
   bool Create(HWND parent, const RECT& rect, int id);
-  HWND GetSafeHwnd() const { return m_hwnd; }
+  HWND GetSafeHwnd() const { return m_hWnd; }
 
   void WriteContents(const char* html) override;
 
@@ -35,14 +35,11 @@ class VARION_API CParamsHtmlWnd : public CParamsHtmlCtrl {
   int GetLinkCount() const;
   bool GetLink(int index, RECT& rect, std::string& href, std::string& text) const;
 
- private:
-  struct FontDeleter {
-    void operator()(HFONT f) const { DeleteObject(f); }
-  };
-  using unique_font = std::unique_ptr<std::remove_pointer_t<HFONT>, FontDeleter>;
+ protected:
+  LRESULT WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) override;
+  std::string FailureCaption() const override { return "Parametry zestawienia"; }
 
-  static LRESULT CALLBACK WndProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
-  LRESULT OnMessage(UINT msg, WPARAM wParam, LPARAM lParam);
+ private:
   void MakeFonts();
   void Reflow();
   void Paint(HDC dc);
@@ -51,8 +48,7 @@ class VARION_API CParamsHtmlWnd : public CParamsHtmlCtrl {
   void MoveFocus(bool back);
   void Follow(int run);
 
-  HWND m_hwnd = nullptr;
-  unique_font m_font, m_linkFont;
+  varion::unique_font m_font, m_linkFont;
   std::string m_fontKey;
   int m_lineHeight = 16;
   std::vector<varion::params::PageRun> m_runs;

@@ -1,5 +1,7 @@
 #include "tests/win_support.h"
 
+#include <map>
+
 #include <commctrl.h>
 
 namespace varion::testing {
@@ -44,18 +46,27 @@ std::string GetTextA(HWND h) {
   return s;
 }
 
+namespace {
+std::map<HWND, MessageRecorder*> g_recorders;
+}
+
 MessageRecorder::MessageRecorder(HWND window) : m_window(window) {
-  SetWindowSubclass(window, Proc, 1, reinterpret_cast<DWORD_PTR>(this));
+  g_recorders[window] = this;
+  m_previous =
+      reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&MessageRecorder::Proc)));
 }
 
 MessageRecorder::~MessageRecorder() {
-  if (IsWindow(m_window)) RemoveWindowSubclass(m_window, Proc, 1);
+  if (IsWindow(m_window) &&
+      reinterpret_cast<WNDPROC>(GetWindowLongPtrW(m_window, GWLP_WNDPROC)) == &MessageRecorder::Proc)
+    SetWindowLongPtrW(m_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_previous));
+  g_recorders.erase(m_window);
 }
 
-LRESULT CALLBACK MessageRecorder::Proc(HWND h, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR self) {
-  auto* rec = reinterpret_cast<MessageRecorder*>(self);
+LRESULT CALLBACK MessageRecorder::Proc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
+  MessageRecorder* rec = g_recorders.at(h);
   rec->m_messages.push_back({msg, wp, msg == WM_NOTIFY ? static_cast<LPARAM>(reinterpret_cast<NMHDR*>(lp)->code) : lp});
-  return DefSubclassProc(h, msg, wp, lp);
+  return CallWindowProcW(rec->m_previous, h, msg, wp, lp);
 }
 
 std::vector<UINT> MessageRecorder::NotificationCodes() const {

@@ -9,14 +9,11 @@
 #include <type_traits>
 #include <vector>
 
+#include "base/handles_win.h"
+
 namespace varion::testing {
 
-struct WindowDeleter {
-  void operator()(HWND h) const {
-    if (IsWindow(h)) DestroyWindow(h);
-  }
-};
-using unique_hwnd = std::unique_ptr<std::remove_pointer_t<HWND>, WindowDeleter>;
+using unique_hwnd = varion::unique_window;
 
 // Processes every pending message, then waits up to `ms` for more and processes those too.
 void PumpMessages(DWORD ms = 0);
@@ -34,8 +31,9 @@ struct Recorded {
   LPARAM lParam;
 };
 
-// Subclasses a window (SetWindowSubclass) and records every message it receives before passing
-// it on; WM_NOTIFY codes are kept in `notifications`. Removed in the destructor.
+// Puts itself in front of a window's procedure (as Wine's conformance tests do) and records
+// every message the window receives before passing it on; WM_NOTIFY codes are kept as the
+// lParam. Taken out again in the destructor.
 class MessageRecorder {
  public:
   explicit MessageRecorder(HWND window);
@@ -49,8 +47,9 @@ class MessageRecorder {
   void Clear() { m_messages.clear(); }
 
  private:
-  static LRESULT CALLBACK Proc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+  static LRESULT CALLBACK Proc(HWND, UINT, WPARAM, LPARAM);
   HWND m_window;
+  WNDPROC m_previous = nullptr;
   std::vector<Recorded> m_messages;
 };
 

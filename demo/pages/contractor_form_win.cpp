@@ -130,8 +130,6 @@ class ContractorFormPage : public GalleryPage {
              "oknem; położenie okna jest zapamiętywane w profilu galerii.");
     AddButton(page, ctx, kOpen, 12, 104, 240, 28, "Otwórz formularz kontrahenta");
     m_status = AddLabel(page, ctx, 12, 144, 800, 60, "");
-    // The form belongs to this page: it closes when the page goes.
-    SetWindowSubclass(page, PageProc, 1, reinterpret_cast<DWORD_PTR>(this));
     ShowStatus();
   }
 
@@ -207,10 +205,8 @@ class ContractorFormPage : public GalleryPage {
     SetText(m_status, s);
   }
 
-  static LRESULT CALLBACK PageProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR, DWORD_PTR self) {
-    if (msg == WM_DESTROY) reinterpret_cast<ContractorFormPage*>(self)->m_form.reset();
-    return DefSubclassProc(h, msg, wp, lp);
-  }
+  // The form belongs to this page: it closes when the page goes.
+  void OnPageDestroyed() override { m_form.reset(); }
 
   HWND m_page = nullptr, m_status = nullptr;
   GalleryContext* m_ctx = nullptr;

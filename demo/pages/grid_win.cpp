@@ -105,7 +105,6 @@ class GridPage : public GalleryPage {
                             WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL, 12, 446,
                             800, 110, page, reinterpret_cast<HMENU>(kSql), GetModuleHandleW(nullptr), nullptr);
     SendMessageW(m_sql, WM_SETFONT, reinterpret_cast<WPARAM>(ctx.font), FALSE);
-    SetWindowSubclass(page, PageProc, 1, reinterpret_cast<DWORD_PTR>(this));
     Open("");
   }
 
@@ -135,19 +134,12 @@ class GridPage : public GalleryPage {
   }
 
  private:
-  static LRESULT CALLBACK PageProc(HWND h, UINT msg, WPARAM wp, LPARAM lp, UINT_PTR id, DWORD_PTR ref) {
-    auto* self = reinterpret_cast<GridPage*>(ref);
-    if (msg == WM_NOTIFY) {
-      const NMHDR& header = *reinterpret_cast<const NMHDR*>(lp);
-      LRESULT result = 0;
-      if (self->m_grid && self->m_grid->OnNotify(header, result)) return result;
-      if (header.hwndFrom == self->m_chooser && header.code == LVN_ITEMCHANGED) self->OnChooser(lp);
-    } else if (msg == WM_NCDESTROY) {
-      RemoveWindowSubclass(h, PageProc, id);
-      self->m_grid.reset();
-    }
-    return DefSubclassProc(h, msg, wp, lp);
+  bool OnNotify(HWND, const NMHDR& header, LRESULT& result) override {
+    if (m_grid && m_grid->OnNotify(header, result)) return true;
+    if (header.hwndFrom == m_chooser && header.code == LVN_ITEMCHANGED) OnChooser(reinterpret_cast<LPARAM>(&header));
+    return false;
   }
+  void OnPageDestroyed() override { m_grid.reset(); }
 
   int Position(std::int32_t columnID) const {
     const auto columns = m_grid->Model().Columns();

@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "db/rt_instance.h"
 #include "demo/gallery_database_win.h"
+#include "diagnostics/message_box_seam_win.h"
 #include "demo/gallery_win.h"
 #include "params/params_html_wnd_win.h"
 
@@ -37,7 +38,7 @@ class GalleryDialogs : public params::IParamDialogs {
                                          "CParamDlg_DateEx",   "CParamDlg_DateEx2",    "wybór z listy (lookup)",
                                          "CParamsDlg_MultiselectionComboDb", "CParamsDlg_DateHour", "CParamDlg_Klas"};
     const std::string text = "Parametr \x84" + param.Label + "\x94 edytuje okno " + kNames[static_cast<int>(request.kind)] + ".";
-    MessageBoxW(m_owner, text::Cp1250ToWide(text).c_str(), L"Parametry zestawienia", MB_OK | MB_ICONINFORMATION);
+    FrameworkMessageBox(m_owner, text, "Parametry zestawienia", MB_OK | MB_ICONINFORMATION);
     return false;
   }
 

@@ -1,4 +1,4 @@
-#include "framework/library_module_win.h"
+#include "base/library_module_win.h"
 
 #include "base/text.h"
 

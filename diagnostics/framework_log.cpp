@@ -1,4 +1,4 @@
-#include "framework/framework_log.h"
+#include "diagnostics/framework_log.h"
 
 #include "diagnostics/log_factories.h"
 

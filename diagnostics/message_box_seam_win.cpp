@@ -1,4 +1,4 @@
-#include "framework/message_box_seam_win.h"
+#include "diagnostics/message_box_seam_win.h"
 
 #include <mutex>
 

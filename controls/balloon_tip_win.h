@@ -8,13 +8,13 @@
 #include <string>
 
 #include "base/export.h"
+#include "base/handles_win.h"
 
 namespace varion {
 
 class VARION_API BalloonTip {
  public:
   BalloonTip() = default;
-  ~BalloonTip();
   BalloonTip(const BalloonTip&) = delete;
   BalloonTip& operator=(const BalloonTip&) = delete;
 
@@ -23,13 +23,13 @@ class VARION_API BalloonTip {
   void Show(HWND anchor, const std::string& title, const std::string& text, int icon);
   void Hide();
   bool IsVisible() const;
-  HWND Window() const { return IsWindow(m_tip) ? m_tip : nullptr; }
+  HWND Window() const { return IsWindow(m_tip.get()) ? m_tip.get() : nullptr; }
   // The shown text and title, code page 1250.
   const std::string& Text() const { return m_text; }
   const std::string& Title() const { return m_title; }
 
  private:
-  HWND m_tip = nullptr;
+  unique_window m_tip;
   HWND m_anchor = nullptr;
   std::string m_text, m_title;
 };

@@ -10,17 +10,16 @@
 #include <string>
 
 #include "base/export.h"
-#include "framework/balloon_tip_win.h"
+#include "base/handles_win.h"
+#include "controls/balloon_tip_win.h"
+#include "controls/window_base_win.h"
 
-class VARION_API CVelControlBase {
+class VARION_API CVelControlBase : public varion::Window {
  public:
-  virtual ~CVelControlBase();
-  CVelControlBase(const CVelControlBase&) = delete;
-  CVelControlBase& operator=(const CVelControlBase&) = delete;
+  ~CVelControlBase() override = default;
 
-  HWND GetHwnd() const { return m_hwnd; }
-  // The library object attached to a window, or nullptr.
-  static CVelControlBase* FromHandle(HWND window);
+  // The library control object attached to a window, or nullptr.
+  static CVelControlBase* FromHandle(HWND window) { return FromHandleAs<CVelControlBase>(window); }
 
   bool IsFaulty() const { return m_faulty; }
   const std::string& GetErrorMessage() const { return m_message; }
@@ -35,11 +34,19 @@ class VARION_API CVelControlBase {
   static HBRUSH FaultyBrush();
 
  protected:
-  // Subclasses the window. With ownedByWindow the object deletes itself when the window goes.
-  CVelControlBase(HWND window, bool ownedByWindow);
+  CVelControlBase() = default;
+  // Attaches a new object of type T to an existing window, owned by the window; nullptr when it
+  // is no window or another object of the library is attached.
+  template <class T>
+  static T* AttachNew(HWND window) {
+    if (!IsWindow(window)) return nullptr;
+    auto* object = new T;
+    if (object->AttachWindow(window, kOwnedByWindow)) return object;
+    delete object;
+    return nullptr;
+  }
 
-  virtual LRESULT WindowProc(UINT msg, WPARAM wParam, LPARAM lParam);
-  LRESULT Default(UINT msg, WPARAM wParam, LPARAM lParam);
+  LRESULT WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) override;
 
   virtual void OnMarkFaulty(bool faulty);
   virtual void OnIndicate();
@@ -50,18 +57,13 @@ class VARION_API CVelControlBase {
   void DrawFrame();
 
  private:
-  static LRESULT CALLBACK StaticProc(HWND, UINT, WPARAM, LPARAM);
-  void Detach();
-
-  HWND m_hwnd;
-  WNDPROC m_oldProc = nullptr;
-  bool m_ownedByWindow;
   bool m_faulty = false;
   int m_blinkLeft = 0;
   bool m_blinkOn = false;
   std::string m_message, m_title;
   std::uint32_t m_code = 0;
   varion::BalloonTip m_balloon;
+  varion::WindowTimer m_blinkTimer, m_balloonTimer;
 };
 
 // Every library edit: error display, and nothing else yet.
@@ -72,7 +74,8 @@ class VARION_API CVelEditBase : public CVelControlBase {
   static CVelEditBase* Attach(HWND edit);
 
  protected:
-  CVelEditBase(HWND window, bool ownedByWindow) : CVelControlBase(window, ownedByWindow) {}
+  friend class CVelControlBase;
+  CVelEditBase() = default;
   LRESULT WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) override;
 };
 
@@ -82,7 +85,8 @@ class VARION_API CVelComboBox : public CVelControlBase {
   static CVelComboBox* Attach(HWND combo);
 
  protected:
-  CVelComboBox(HWND window, bool ownedByWindow) : CVelControlBase(window, ownedByWindow) {}
+  friend class CVelControlBase;
+  CVelComboBox() = default;
 };
 
 // The analytic-account edit: shows an account's text and keeps its identifier (0: none).
@@ -95,7 +99,8 @@ class VARION_API CVelAnalitykaEdit : public CVelEditBase {
   long GetAccountId() const { return m_accountId; }
 
  protected:
-  CVelAnalitykaEdit(HWND window, bool ownedByWindow) : CVelEditBase(window, ownedByWindow) {}
+  friend class CVelControlBase;
+  CVelAnalitykaEdit() = default;
   LRESULT WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) override;
 
  private:
@@ -118,7 +123,8 @@ class VARION_API CVelColorPicker : public CVelControlBase {
   void SetAutomaticColor(COLORREF color);
 
  protected:
-  CVelColorPicker(HWND window, bool ownedByWindow) : CVelControlBase(window, ownedByWindow) {}
+  friend class CVelControlBase;
+  CVelColorPicker() = default;
   LRESULT WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) override;
 
  private:

@@ -1,14 +1,10 @@
-#include "framework/vel_controls_win.h"
+#include "controls/vel_controls_win.h"
 
 #include <commctrl.h>
 #include <commdlg.h>
 
-#include <mutex>
-#include <shared_mutex>
-#include <unordered_map>
-
 #include "base/text.h"
-#include "framework/private_messages.h"
+#include "controls/private_messages.h"
 
 namespace {
 
@@ -17,81 +13,13 @@ constexpr UINT_PTR kBalloonTimer = 0x7652;
 constexpr UINT kBlinkMs = 120;
 constexpr int kBlinkToggles = 6;
 constexpr UINT kBalloonMs = 6000;
-// The object of a window, and the procedure it replaced, in a table of our own: subclassing is
-// done by hand rather than through the common controls' subclass chain, and the object is found
-// without window properties, because both cost a round trip to the window server on every
-// message on some systems (Wine), which doubled the cost of creating a control.
-struct Attached {
-  CVelControlBase* object;
-  WNDPROC oldProc;
-};
-std::shared_mutex g_tableMutex;
-std::unordered_map<HWND, Attached> g_table;
 
-Attached Lookup(HWND h) {
-  std::shared_lock lock(g_tableMutex);
-  auto it = g_table.find(h);
-  return it == g_table.end() ? Attached{nullptr, nullptr} : it->second;
-}
 }  // namespace
-
-CVelControlBase::CVelControlBase(HWND window, bool ownedByWindow) : m_hwnd(window), m_ownedByWindow(ownedByWindow) {
-  std::unique_lock lock(g_tableMutex);
-  auto [it, fresh] = g_table.try_emplace(window, Attached{this, nullptr});
-  if (fresh)
-    it->second.oldProc =
-        reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(StaticProc)));
-  else
-    it->second.object = this;  // our procedure is still in the window's chain from an earlier object
-  m_oldProc = it->second.oldProc;
-}
-
-CVelControlBase::~CVelControlBase() { Detach(); }
-
-void CVelControlBase::Detach() {
-  if (!m_hwnd) return;
-  std::unique_lock lock(g_tableMutex);
-  auto it = g_table.find(m_hwnd);
-  if (it != g_table.end() && it->second.object == this) {
-    // Give the window its procedure back when nobody subclassed it after us; otherwise our
-    // procedure stays in the chain and passes everything on.
-    if (IsWindow(m_hwnd) && reinterpret_cast<WNDPROC>(GetWindowLongPtrW(m_hwnd, GWLP_WNDPROC)) == StaticProc) {
-      SetWindowLongPtrW(m_hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_oldProc));
-      g_table.erase(it);
-    } else {
-      it->second.object = nullptr;
-    }
-  }
-  m_hwnd = nullptr;
-}
-
-CVelControlBase* CVelControlBase::FromHandle(HWND window) { return window ? Lookup(window).object : nullptr; }
 
 HBRUSH CVelControlBase::FaultyBrush() {
   // One brush for the life of the process; the system frees it with the process.
-  static HBRUSH brush = CreateSolidBrush(kFaultyBackground);
-  return brush;
-}
-
-LRESULT CALLBACK CVelControlBase::StaticProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
-  const Attached a = Lookup(h);
-  if (msg == WM_NCDESTROY) {
-    {
-      std::unique_lock lock(g_tableMutex);
-      g_table.erase(h);
-    }
-    if (a.object) {
-      a.object->m_hwnd = nullptr;
-      if (a.object->m_ownedByWindow) delete a.object;
-    }
-    return a.oldProc ? CallWindowProcW(a.oldProc, h, msg, wp, lp) : DefWindowProcW(h, msg, wp, lp);
-  }
-  if (!a.object) return a.oldProc ? CallWindowProcW(a.oldProc, h, msg, wp, lp) : DefWindowProcW(h, msg, wp, lp);
-  return a.object->WindowProc(msg, wp, lp);
-}
-
-LRESULT CVelControlBase::Default(UINT msg, WPARAM wp, LPARAM lp) {
-  return CallWindowProcW(m_oldProc, m_hwnd, msg, wp, lp);
+  static const varion::unique_brush brush(CreateSolidBrush(kFaultyBackground));
+  return brush.get();
 }
 
 LRESULT CVelControlBase::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
@@ -127,14 +55,14 @@ LRESULT CVelControlBase::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
       if (wp == kBlinkTimer) {
         m_blinkOn = !m_blinkOn;
         if (--m_blinkLeft <= 0) {
-          KillTimer(m_hwnd, kBlinkTimer);
+          m_blinkTimer.Kill();
           m_blinkOn = false;
         }
-        RedrawWindow(m_hwnd, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_UPDATENOW);
+        RedrawWindow(m_hWnd, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_UPDATENOW);
         return 0;
       }
       if (wp == kBalloonTimer) {
-        KillTimer(m_hwnd, kBalloonTimer);
+        m_balloonTimer.Kill();
         m_balloon.Hide();
         return 0;
       }
@@ -151,13 +79,13 @@ void CVelControlBase::OnMarkFaulty(bool faulty) {
     m_code = 0;
     m_balloon.Hide();
   }
-  RedrawWindow(m_hwnd, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_ERASE);
+  RedrawWindow(m_hWnd, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_ERASE);
 }
 
 void CVelControlBase::OnIndicate() {
   m_blinkLeft = kBlinkToggles;
   m_blinkOn = false;
-  SetTimer(m_hwnd, kBlinkTimer, kBlinkMs, nullptr);
+  m_blinkTimer.Set(m_hWnd, kBlinkTimer, kBlinkMs);
   ShowErrorBalloon();
 }
 
@@ -165,34 +93,32 @@ void CVelControlBase::OnErrorText(const char* title, const char* message, std::u
   m_title = title ? title : "";
   m_message = message ? message : "";
   m_code = code;
-  if (GetFocus() == m_hwnd || IsChild(m_hwnd, GetFocus())) ShowErrorBalloon();
+  if (GetFocus() == m_hWnd || IsChild(m_hWnd, GetFocus())) ShowErrorBalloon();
 }
 
 void CVelControlBase::ShowErrorBalloon() {
   if (m_message.empty()) return;
-  m_balloon.Show(m_hwnd, m_title, m_message, TTI_ERROR);
-  SetTimer(m_hwnd, kBalloonTimer, kBalloonMs, nullptr);
+  m_balloon.Show(m_hWnd, m_title, m_message, TTI_ERROR);
+  m_balloonTimer.Set(m_hWnd, kBalloonTimer, kBalloonMs);
 }
 
 void CVelControlBase::DrawFrame() {
-  HDC dc = GetWindowDC(m_hwnd);
+  varion::WindowDc dc(m_hWnd, true);
   if (!dc) return;
   RECT r;
-  GetWindowRect(m_hwnd, &r);
+  GetWindowRect(m_hWnd, &r);
   OffsetRect(&r, -r.left, -r.top);
-  HBRUSH brush = CreateSolidBrush(kFaultyFrame);
-  FrameRect(dc, &r, brush);
+  const varion::unique_brush brush(CreateSolidBrush(kFaultyFrame));
+  FrameRect(dc.get(), &r, brush.get());
   InflateRect(&r, -1, -1);
-  FrameRect(dc, &r, brush);
-  DeleteObject(brush);
-  ReleaseDC(m_hwnd, dc);
+  FrameRect(dc.get(), &r, brush.get());
 }
 
 // Edits ------------------------------------------------------------------------------------------
 
 CVelEditBase* CVelEditBase::Attach(HWND edit) {
   if (auto* existing = dynamic_cast<CVelEditBase*>(CVelControlBase::FromHandle(edit))) return existing;
-  return IsWindow(edit) ? new CVelEditBase(edit, true) : nullptr;
+  return AttachNew<CVelEditBase>(edit);
 }
 
 LRESULT CVelEditBase::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
@@ -203,15 +129,14 @@ LRESULT CVelEditBase::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
 
 CVelComboBox* CVelComboBox::Attach(HWND combo) {
   if (auto* existing = dynamic_cast<CVelComboBox*>(CVelControlBase::FromHandle(combo))) return existing;
-  return IsWindow(combo) ? new CVelComboBox(combo, true) : nullptr;
+  return AttachNew<CVelComboBox>(combo);
 }
 
 // The analytic-account edit -------------------------------------------------------------------------
 
 CVelAnalitykaEdit* CVelAnalitykaEdit::Attach(HWND edit) {
   if (auto* existing = FromHandle(edit)) return existing;
-  if (CVelControlBase::FromHandle(edit) || !IsWindow(edit)) return nullptr;
-  return new CVelAnalitykaEdit(edit, true);
+  return AttachNew<CVelAnalitykaEdit>(edit);
 }
 
 CVelAnalitykaEdit* CVelAnalitykaEdit::FromHandle(HWND window) {
@@ -246,9 +171,8 @@ LRESULT CVelAnalitykaEdit::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
 
 CVelColorPicker* CVelColorPicker::Attach(HWND window) {
   if (auto* existing = FromHandle(window)) return existing;
-  if (CVelControlBase::FromHandle(window) || !IsWindow(window)) return nullptr;
-  auto* picker = new CVelColorPicker(window, true);
-  InvalidateRect(window, nullptr, TRUE);
+  auto* picker = AttachNew<CVelColorPicker>(window);
+  if (picker) InvalidateRect(window, nullptr, TRUE);
   return picker;
 }
 
@@ -270,10 +194,10 @@ void CVelColorPicker::SetAutomaticColor(COLORREF color) {
 LRESULT CVelColorPicker::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
   switch (msg) {
     case WM_PAINT: {
-      PAINTSTRUCT ps;
-      HDC dc = BeginPaint(GetHwnd(), &ps);
-      Paint(dc);
-      EndPaint(GetHwnd(), &ps);
+      {
+        varion::PaintDc dc(GetHwnd());
+        Paint(dc.get());
+      }
       if (IsFaulty()) DrawFrame();
       return 0;
     }
@@ -304,18 +228,16 @@ void CVelColorPicker::Paint(HDC dc) {
   FillRect(dc, &r, GetSysColorBrush(COLOR_BTNFACE));
   DrawEdge(dc, &r, EDGE_SUNKEN, BF_RECT | BF_ADJUST);
   InflateRect(&r, -2, -2);
-  HBRUSH swatch = CreateSolidBrush(m_mode == kChosen ? m_color : m_automatic);
-  FillRect(dc, &r, swatch);
-  DeleteObject(swatch);
+  const varion::unique_brush swatch(CreateSolidBrush(m_mode == kChosen ? m_color : m_automatic));
+  FillRect(dc, &r, swatch.get());
   if (m_mode == kAutomatic) {
     // The automatic colour says so, in white or black, whichever reads on it.
     const COLORREF c = m_automatic;
     const int luma = (GetRValue(c) * 299 + GetGValue(c) * 587 + GetBValue(c) * 114) / 1000;
     SetTextColor(dc, luma < 128 ? RGB(255, 255, 255) : RGB(0, 0, 0));
     SetBkMode(dc, TRANSPARENT);
-    HGDIOBJ old = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(GetParent(GetHwnd()), WM_GETFONT, 0, 0)));
+    const varion::SelectedObject font(dc, reinterpret_cast<HFONT>(SendMessageW(GetParent(GetHwnd()), WM_GETFONT, 0, 0)));
     DrawTextW(dc, L"Automatyczny", -1, &r, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
-    SelectObject(dc, old);
   }
   if (GetFocus() == GetHwnd()) {
     InflateRect(&r, -2, -2);

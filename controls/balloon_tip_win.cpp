@@ -1,4 +1,4 @@
-#include "framework/balloon_tip_win.h"
+#include "controls/balloon_tip_win.h"
 
 #include <commctrl.h>
 
@@ -6,24 +6,20 @@
 #include <memory>
 
 #include "base/text.h"
-#include "framework/library_module_win.h"
+#include "diagnostics/failure_boundary_win.h"
+#include "base/library_module_win.h"
 
 namespace varion {
-
-BalloonTip::~BalloonTip() {
-  if (IsWindow(m_tip)) DestroyWindow(m_tip);
-}
 
 void BalloonTip::Show(HWND anchor, const std::string& title, const std::string& text, int icon) {
   if (!IsWindow(anchor)) return;
   // The tooltip belongs to the anchor's top-level window, so it never outlives it.
   HWND owner = GetAncestor(anchor, GA_ROOT);
-  if (!IsWindow(m_tip) || GetWindow(m_tip, GW_OWNER) != owner) {
-    if (IsWindow(m_tip)) DestroyWindow(m_tip);
-    m_tip = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+  if (!IsWindow(m_tip.get()) || GetWindow(m_tip.get(), GW_OWNER) != owner) {
+    m_tip.reset(CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
                             WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP | TTS_BALLOON | TTS_NOANIMATE | TTS_NOFADE,
                             CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr, LibraryModule(),
-                            nullptr);
+                            nullptr));
     if (!m_tip) return;
     m_anchor = nullptr;
   }
@@ -38,52 +34,54 @@ void BalloonTip::Show(HWND anchor, const std::string& title, const std::string& 
     if (m_anchor) {
       TTTOOLINFOW old = ti;
       old.hwnd = m_anchor;
-      SendMessageW(m_tip, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&old));
+      SendMessageW(m_tip.get(), TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&old));
     }
-    SendMessageW(m_tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
-    SendMessageW(m_tip, TTM_SETMAXTIPWIDTH, 0, 320);
+    SendMessageW(m_tip.get(), TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
+    SendMessageW(m_tip.get(), TTM_SETMAXTIPWIDTH, 0, 320);
     m_anchor = anchor;
   } else {
-    SendMessageW(m_tip, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&ti));
+    SendMessageW(m_tip.get(), TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&ti));
   }
   std::wstring wtitle = text::Cp1250ToWide(title);
-  SendMessageW(m_tip, TTM_SETTITLEW, title.empty() ? TTI_NONE : static_cast<WPARAM>(icon),
+  SendMessageW(m_tip.get(), TTM_SETTITLEW, title.empty() ? TTI_NONE : static_cast<WPARAM>(icon),
                reinterpret_cast<LPARAM>(wtitle.c_str()));
   m_text = text;
   m_title = title;
   RECT r;
   GetWindowRect(anchor, &r);
-  SendMessageW(m_tip, TTM_TRACKPOSITION, 0, MAKELPARAM((r.left + r.right) / 2, r.bottom - 2));
-  SendMessageW(m_tip, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&ti));
+  SendMessageW(m_tip.get(), TTM_TRACKPOSITION, 0, MAKELPARAM((r.left + r.right) / 2, r.bottom - 2));
+  SendMessageW(m_tip.get(), TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&ti));
 }
 
 void BalloonTip::Hide() {
-  if (!IsWindow(m_tip) || !m_anchor) return;
+  if (!IsWindow(m_tip.get()) || !m_anchor) return;
   TTTOOLINFOW ti{};
   ti.cbSize = TTTOOLINFOW_V2_SIZE;
   ti.hwnd = m_anchor;
   ti.uId = 1;
-  SendMessageW(m_tip, TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&ti));
+  SendMessageW(m_tip.get(), TTM_TRACKACTIVATE, FALSE, reinterpret_cast<LPARAM>(&ti));
 }
 
-bool BalloonTip::IsVisible() const { return IsWindow(m_tip) && IsWindowVisible(m_tip); }
+bool BalloonTip::IsVisible() const { return IsWindow(m_tip.get()) && IsWindowVisible(m_tip.get()); }
 
 namespace {
 
 struct ThreadTip {
   std::unique_ptr<BalloonTip> tip;
-  UINT_PTR timer = 0;
+  WindowTimer timer;
 };
 thread_local std::map<HWND, ThreadTip> t_tips;
 
 void CALLBACK TipTimer(HWND, UINT, UINT_PTR timer, DWORD) {
-  for (auto& [control, entry] : t_tips) {
-    if (entry.timer == timer) {
-      HideTipMsgBox(control);
-      return;
+  CallGuarded(nullptr, "tip timer", [timer] {
+    for (auto& [control, entry] : t_tips) {
+      if (entry.timer.Id() == timer) {
+        HideTipMsgBox(control);
+        return;
+      }
     }
-  }
-  KillTimer(nullptr, timer);
+    KillTimer(nullptr, timer);
+  });
 }
 
 }  // namespace
@@ -103,17 +101,12 @@ int TipIconFromStyle(UINT style) {
 
 HWND TipMsgBox(HWND control, const std::string& title, const std::string& text, UINT style, UINT milliseconds) {
   // Tips of controls that are gone go with them.
-  std::erase_if(t_tips, [](auto& e) {
-    if (IsWindow(e.first)) return false;
-    if (e.second.timer) KillTimer(nullptr, e.second.timer);
-    return true;
-  });
+  std::erase_if(t_tips, [](auto& e) { return !IsWindow(e.first); });
   if (!IsWindow(control)) return nullptr;
   ThreadTip& entry = t_tips[control];
   if (!entry.tip) entry.tip = std::make_unique<BalloonTip>();
-  if (entry.timer) KillTimer(nullptr, entry.timer);
   entry.tip->Show(control, title, text, TipIconFromStyle(style));
-  entry.timer = SetTimer(nullptr, 0, milliseconds, TipTimer);
+  entry.timer.Set(nullptr, 0, milliseconds, TipTimer);
   return entry.tip->Window();
 }
 
@@ -130,10 +123,7 @@ std::string CurrentTipText(HWND control) {
 void HideTipMsgBox(HWND control) {
   for (auto& [c, entry] : t_tips) {
     if (control && c != control) continue;
-    if (entry.timer) {
-      KillTimer(nullptr, entry.timer);
-      entry.timer = 0;
-    }
+    entry.timer.Kill();
     if (entry.tip) entry.tip->Hide();
   }
 }

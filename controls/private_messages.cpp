@@ -1,4 +1,4 @@
-#include "framework/private_messages.h"
+#include "controls/private_messages.h"
 
 #include <atomic>
 
