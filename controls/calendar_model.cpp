@@ -413,24 +413,28 @@ CalAction CalendarModel::OnFocus(bool gained) {
 }
 
 void CalendarModel::GetCells(const CalendarLayout& layout, CalendarCells& cells) const {
+  // A paint asks for every cell: walk the days, the range bounds and the rectangles forward from
+  // cell 0 rather than converting each day number and multiplying out each rectangle.
   const long long today = Today();
   const int focused = GetFocusedIndex();
-  // Walk the days forward from cell 0 instead of converting each day number.
+  const long long low = m_lowerSet ? std::max(m_lower, kFirstDay) : kFirstDay;
+  const long long high = m_upperSet ? std::min(m_upper, kLastDay) : kLastDay;
   int y = 0, m = 0, d = 0;
   CivilFromDays(m_first, y, m, d);
   int monthLength = DateTime::DaysInMonth(y, m);
+  CalRect rect = layout.Cell(0);
   for (int i = 0; i < 42; ++i) {
     const long long day = m_first + i;
     CalendarCell& c = cells[static_cast<size_t>(i)];
     c.index = i;
     c.year = y, c.month = m, c.day = d;
-    c.rect = layout.Cell(i);
+    c.rect = rect;
     c.holidayName = HolidayNameOf(y, m, d);
     unsigned f = 0;
     if (m == m_month) f |= CalendarCell::kInMonth;
     if (i % 7 >= 5) f |= CalendarCell::kWeekend;
     if (c.holidayName) f |= CalendarCell::kHoliday;
-    if (!DayInRange(day)) f |= CalendarCell::kOutOfRange;
+    if (day < low || day > high) f |= CalendarCell::kOutOfRange;
     if (day == today) f |= CalendarCell::kToday;
     if (i == focused) f |= CalendarCell::kFocused;
     if (i == m_pressed) f |= CalendarCell::kPressed;
@@ -439,6 +443,12 @@ void CalendarModel::GetCells(const CalendarLayout& layout, CalendarCells& cells)
       d = 1;
       if (++m > 12) m = 1, ++y;
       monthLength = DateTime::DaysInMonth(y, m);
+    }
+    if (i % 7 == 6) {
+      rect.left = layout.days.left, rect.right = rect.left + layout.cellWidth;
+      rect.top += layout.cellHeight, rect.bottom += layout.cellHeight;
+    } else {
+      rect.left += layout.cellWidth, rect.right += layout.cellWidth;
     }
   }
 }
