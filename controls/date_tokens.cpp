@@ -1,5 +1,6 @@
 #include "controls/date_tokens.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "controls/locale_info.h"
@@ -49,7 +50,12 @@ void CDtTokenActive::SetValue(int value) {
 
 std::string CDtTokenActive::GetText() const {
   std::string text = m_buffer;
-  if (text.size() < static_cast<size_t>(m_width)) text.append(static_cast<size_t>(m_width) - text.size(), '_');
+  if (!m_complete) {
+    // At least one letter, so that an incomplete field never reads as a number ("1" of a
+    // one-letter day field shows as "1d").
+    const size_t width = std::max(static_cast<size_t>(m_width), text.size() + 1);
+    text.append(width - text.size(), GetLetter());
+  }
   return text;
 }
 

@@ -67,8 +67,13 @@ class VARION_API CDtTokenActive : public CDtToken {
   int GetValue() const;
   // Shows a value of the field ("%02d" for day and month, "%04d" for the year): fills the buffer.
   void SetValue(int value);
-  // A full buffer shows as it is; a partly typed one is padded with "_" to the field's width.
+  // A complete field shows its buffer; an incomplete one shows what was typed followed by its
+  // pattern letters up to the field's width, and at least one ("dd", "3d", "20rr"), so an empty
+  // field reads as the pattern the user knows ("dd-mm-rrrr") and a partly typed one never reads
+  // as a number.
   std::string GetText() const override;
+  // The field's pattern letter, which also names its kind: 'd', 'm' or 'r'.
+  virtual char GetLetter() const = 0;
 
   // Moves the owner's value one step (a day, a month, a year) forward or back and offers it.
   // False when there is no owner or value, or the owner refuses the result.
@@ -90,6 +95,7 @@ class VARION_API CDtTokenDay : public CDtTokenActive {
  public:
   CDtTokenDay(CDtTokenOwner* owner, int width) : CDtTokenActive(owner, width) {}
   bool Step(int direction) override;  // one day
+  char GetLetter() const override { return 'd'; }
 
  protected:
   Input Judge(std::string& buffer) const override;
@@ -102,6 +108,7 @@ class VARION_API CDtTokenMonth : public CDtTokenActive {
   // One month; a day past the end of the new month becomes its last day (31 January + 1 month
   // is the end of February).
   bool Step(int direction) override;
+  char GetLetter() const override { return 'm'; }
 
  protected:
   Input Judge(std::string& buffer) const override;
@@ -113,6 +120,7 @@ class VARION_API CDtTokenYear : public CDtTokenActive {
  public:
   CDtTokenYear(CDtTokenOwner* owner, int width) : CDtTokenActive(owner, width) {}
   bool Step(int direction) override;  // one year; 29 February becomes 28 February
+  char GetLetter() const override { return 'r'; }
 
  protected:
   Input Judge(std::string& buffer) const override;

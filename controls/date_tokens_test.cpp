@@ -64,11 +64,12 @@ TEST(DateTokens, DigitEntry) {
     const char* buffer;
     const char* text;
   } cases[] = {
-      {'d', "4", "C", "4", "4_"}, {'d', "3", "W", "3", "3_"}, {'d', "31", "WC", "31", "31"},
-      {'d', "32", "WR", "3", "3_"}, {'d', "00", "WR", "0", "0_"}, {'d', "09", "WC", "09", "09"},
-      {'d', "45", "CC", "5", "5_"},  // a complete field starts over
-      {'d', "x1", "RW", "1", "1_"}, {'m', "1", "W", "1", "1_"}, {'m', "2", "C", "2", "2_"},
-      {'m', "13", "WR", "1", "1_"}, {'m', "12", "WC", "12", "12"}, {'m', "00", "WR", "0", "0_"},
+      {'d', "4", "C", "4", "4"}, {'d', "3", "W", "3", "3d"}, {'d', "31", "WC", "31", "31"},
+      {'d', "32", "WR", "3", "3d"}, {'d', "00", "WR", "0", "0d"}, {'d', "09", "WC", "09", "09"},
+      {'d', "45", "CC", "5", "5"},  // a complete field starts over
+      {'d', "x1", "RW", "1", "1d"}, {'m', "1", "W", "1", "1m"}, {'m', "2", "C", "2", "2"},
+      {'m', "13", "WR", "1", "1m"}, {'m', "12", "WC", "12", "12"}, {'m', "00", "WR", "0", "0m"},
+      {'r', "20", "WW", "20", "20rr"},
       {'r', "02024", "WWWWC", "2024", "2024"}, {'r', "0002024", "WWWWWWC", "2024", "2024"},
       {'r', "1999", "WWWC", "1999", "1999"}, {'r', "2024\xB9", "WWWCR", "2024", "2024"},
   };
@@ -102,7 +103,7 @@ TEST(DateTokens, ValuesAndStepping) {
   EXPECT_TRUE(day->IsComplete());
   day->Clear();
   EXPECT_EQ(day->GetValue(), -1);
-  EXPECT_EQ(day->GetText(), "__");
+  EXPECT_EQ(day->GetText(), "dd");
 
   EXPECT_TRUE(day->Step(+1));
   EXPECT_EQ(field.value, COleDateTime(2024, 2, 1));

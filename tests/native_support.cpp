@@ -31,7 +31,8 @@ std::string OutDir() {
 }
 
 unsigned TestSeed() {
-  if (const char* s = std::getenv("VARION_SEED")) return static_cast<unsigned>(std::strtoul(s, nullptr, 10));
+  for (const char* name : {"VARION_TEST_SEED", "VARION_SEED"})
+    if (const char* s = std::getenv(name)) return static_cast<unsigned>(std::strtoul(s, nullptr, 10));
   return std::random_device{}();
 }
 

@@ -23,7 +23,8 @@ class TempDir {
 // look at, such as screenshots.
 std::string OutDir();
 
-// The seed of a property test: VARION_SEED when set (to replay a failure), else random.
+// The seed of a property test: VARION_TEST_SEED (or VARION_SEED) when set, to replay a failure;
+// else random.
 unsigned TestSeed();
 
 }  // namespace varion::testing
