@@ -38,6 +38,9 @@ constexpr KeyRule kKeys[] = {
     {kVkF4, Need::Any, Need::Any, CurrencyKeyAction::ToggleCalculator, kWritable | kCalculator},
 };
 
+// What InsertDigit answers instead of a caret when the digit is refused.
+constexpr int kBeep = -1, kSilent = -2;
+
 bool Matches(Need need, bool down) { return need == Need::Any || (need == Need::Yes) == down; }
 
 std::string_view Trim(std::string_view t) {
@@ -52,10 +55,6 @@ std::string_view Trim(std::string_view t) {
 CurrencyEditModel::CurrencyEditModel() : CurrencyEditModel(CLocaleInfo::GetTheLocaleInfo()) {}
 
 CurrencyEditModel::CurrencyEditModel(const CLocaleInfo& locale) : m_locale(&locale) { Layout(); }
-
-std::string CurrencyEditModel::CanonicalText() const {
-  return m_locale->CurrencyToText(m_value, false, IsDigitMinus());
-}
 
 std::string CurrencyEditModel::PlainText() const { return m_locale->CurrencyToText(m_value, true, IsDigitMinus()); }
 
@@ -73,13 +72,16 @@ std::string CurrencyEditModel::CopyButtonClicked() {
 // The display text of the canonical text, and the position maps walked alongside the layout that
 // TextToDispText gives it: sign, integer digits grouped by three, separator, shown decimals, symbol.
 void CurrencyEditModel::Layout() {
-  const std::string canon = CanonicalText();
-  const int len = static_cast<int>(canon.size());
+  m_canon = m_locale->CurrencyToText(m_value, false, IsDigitMinus());
+  const int len = static_cast<int>(m_canon.size());
   const int point = len - 5;
-  const int sign = canon[0] == '-' ? 1 : 0;
+  const int sign = m_canon[0] == '-' ? 1 : 0;
   const int intDigits = point - sign;
-  const std::string shown = canon.substr(0, static_cast<size_t>(m_decimals ? point + 1 + m_decimals : point));
-  m_display = m_locale->TextToDispText(shown.c_str(), '.');
+  const int shown = m_decimals ? point + 1 + m_decimals : point;
+  const char kept = m_canon[static_cast<size_t>(shown)];
+  m_canon[static_cast<size_t>(shown)] = '\0';  // TextToDispText reads up to the shown decimals
+  m_display = m_locale->TextToDispText(m_canon.c_str(), '.');
+  m_canon[static_cast<size_t>(shown)] = kept;
   const int numberLen = static_cast<int>(m_display.size());
   if (!m_symbol.empty()) {
     m_display += ' ';
@@ -90,41 +92,40 @@ void CurrencyEditModel::Layout() {
   const bool grouped = grouping.empty() || grouping[0] != '0';
   const int thoLen = grouped ? static_cast<int>(m_locale->GetSymTho().size()) : 0;
   const int decLen = static_cast<int>(m_locale->GetSymDec().size());
+  const int laidOut = sign + intDigits + thoLen * ((intDigits - 1) / 3) + (m_decimals ? decLen + m_decimals : 0);
+  assert(laidOut == numberLen);
+  (void)numberLen;
 
-  // Each push gives the canonical position of the display boundary after one more character.
-  m_dispToCanon.assign(1, 0);
-  m_canonToDisp.assign(1, 0);
-  int c = 0;
-  auto step = [&](bool canonicalToo) {
-    if (canonicalToo) {
-      ++c;
-      m_canonToDisp.push_back(static_cast<int>(m_dispToCanon.size()));
-    }
-    m_dispToCanon.push_back(c);
+  // dispToCanon[d]: the canonical position of the display boundary d; canonToDisp the reverse.
+  m_dispToCanon.resize(static_cast<size_t>(laidOut) + 1);
+  m_canonToDisp.resize(static_cast<size_t>(len) + 1);
+  int d = 0, c = 0;
+  m_dispToCanon[0] = m_canonToDisp[0] = 0;
+  auto both = [&] {  // one character in both texts
+    m_dispToCanon[static_cast<size_t>(++d)] = ++c;
+    m_canonToDisp[static_cast<size_t>(c)] = d;
   };
-  if (sign) step(true);
+  auto displayOnly = [&] { m_dispToCanon[static_cast<size_t>(++d)] = c; };
+  if (sign) both();
   for (int k = 0; k < intDigits; ++k) {
     if (k > 0 && (intDigits - k) % 3 == 0)
-      for (int j = 0; j < thoLen; ++j) step(false);
-    step(true);
+      for (int j = 0; j < thoLen; ++j) displayOnly();
+    both();
   }
-  m_decStart = static_cast<int>(m_dispToCanon.size()) - 1;
+  m_decStart = d;
   if (m_decimals > 0) {
-    for (int j = 1; j < decLen; ++j) step(false);  // inside a long separator: still the point
+    for (int j = 1; j < decLen; ++j) displayOnly();  // inside a long separator: still the point
     if (decLen > 0) {
-      step(true);
+      both();
     } else {  // no separator character: the boundary stands behind the point
-      ++c;
-      m_canonToDisp.push_back(m_decStart);
-      m_dispToCanon.back() = c;
+      m_dispToCanon[static_cast<size_t>(d)] = ++c;
+      m_canonToDisp[static_cast<size_t>(c)] = d;
     }
-    for (int f = 0; f < m_decimals; ++f) step(true);
+    for (int f = 0; f < m_decimals; ++f) both();
   }
-  m_numberEnd = static_cast<int>(m_dispToCanon.size()) - 1;
-  assert(m_numberEnd == numberLen);
-  (void)numberLen;
-  m_canonToDisp.resize(static_cast<size_t>(len) + 1, m_numberEnd);  // hidden decimals: the number's end
-  m_dispToCanon.resize(m_display.size() + 1, c);                    // the symbol: the number's end
+  m_numberEnd = d;
+  std::fill(m_canonToDisp.begin() + c + 1, m_canonToDisp.end(), d);  // hidden decimals: the number's end
+  m_dispToCanon.resize(m_display.size() + 1, c);                     // the symbol: the number's end
   m_numberEnd = std::min(m_numberEnd, static_cast<int>(m_display.size()));
   m_decStart = std::min(m_decStart, m_numberEnd);
 }
@@ -135,7 +136,7 @@ int CurrencyEditModel::ToCanonical(int displayPos) const {
 }
 
 int CurrencyEditModel::ToDisplay(int canonicalPos) const {
-  canonicalPos = std::clamp(canonicalPos, 0, static_cast<int>(m_canonToDisp.size()) - 1);
+  canonicalPos = std::clamp(canonicalPos, 0, CanonLength());
   return m_canonToDisp[static_cast<size_t>(canonicalPos)];
 }
 
@@ -157,7 +158,7 @@ CurrencyEditModel::Result CurrencyEditModel::Unchanged(CurrencySelection sel) co
 
 CurrencyEditModel::Edit CurrencyEditModel::Begin(CurrencySelection sel) const {
   Edit e;
-  e.text = CanonicalText();
+  e.text = m_canon;
   e.start = ToCanonical(std::min(sel.start, sel.end));
   e.end = ToCanonical(std::max(sel.start, sel.end));
   return e;
@@ -167,7 +168,7 @@ CurrencyEditModel::Result CurrencyEditModel::Finish(const Edit& e, Amount oldVal
   m_value = TextToCurrency(e.text, m_value);
   if (m_value.Raw() != 0) m_negativeZero = false;
   Layout();
-  const int len = static_cast<int>(m_canonToDisp.size()) - 1;
+  const int len = CanonLength();
   const int start = std::clamp(e.start, 0, len);
   Result r = Show(start, std::clamp(e.end, start, len));
   r.modified = true;
@@ -178,7 +179,8 @@ CurrencyEditModel::Result CurrencyEditModel::Finish(const Edit& e, Amount oldVal
 
 void CurrencyEditModel::CheckInvariants() const {
 #ifndef NDEBUG
-  const std::string canon = CanonicalText();
+  const std::string& canon = m_canon;
+  assert(canon == m_locale->CurrencyToText(m_value, false, IsDigitMinus()));
   const size_t len = canon.size(), sign = canon[0] == '-' ? 1 : 0;
   assert(len >= 6 + sign && len <= 17 + sign && canon[len - 5] == '.');
   for (size_t i = sign; i < len; ++i) assert(i == len - 5 || IsDigit(canon[i]));
@@ -219,7 +221,7 @@ bool CurrencyEditModel::IsCarretOnEnd(std::string_view text, int pos, int decima
   return pos > len + decimals - 5;
 }
 
-void CurrencyEditModel::DigitDeleteBack(std::string& text, int& start, int& end) {
+void CurrencyEditModel::DigitDeleteBack(std::string& text, int& start, int& end, bool& negativeZero) {
   const int len = static_cast<int>(text.size());
   int p = start;
   if (p <= 0) {
@@ -243,16 +245,16 @@ void CurrencyEditModel::DigitDeleteBack(std::string& text, int& start, int& end)
     else
       text.erase(0, 1);  // -0.xxxx loses its sign, not its zero
     --p;
-    m_negativeZero = false;
+    negativeZero = false;
   } else {
-    if (p == 1 && text[0] == '-') m_negativeZero = false;
+    if (p == 1 && text[0] == '-') negativeZero = false;
     text.erase(static_cast<size_t>(p - 1), 1);
     --p;
   }
   start = end = p;
 }
 
-void CurrencyEditModel::DigitDeleteForward(std::string& text, int& start, int& end) {
+void CurrencyEditModel::DigitDeleteForward(std::string& text, int& start, int& end, bool& negativeZero) {
   const int len = static_cast<int>(text.size());
   int p = start;
   if (p >= len) {
@@ -263,7 +265,7 @@ void CurrencyEditModel::DigitDeleteForward(std::string& text, int& start, int& e
   if (p < point) {
     const int sign = text[0] == '-' ? 1 : 0;
     const bool oneDigit = point - sign == 1;
-    if (p == 0 && sign) m_negativeZero = false;
+    if (p == 0 && sign) negativeZero = false;
     text.erase(static_cast<size_t>(p), 1);
     // The removed digit is replaced by the "0" an empty integer part shows: step behind it.
     if (p == len - 6 && oneDigit) ++p;
@@ -276,7 +278,7 @@ void CurrencyEditModel::DigitDeleteForward(std::string& text, int& start, int& e
   start = end = p;
 }
 
-bool CurrencyEditModel::DigitDeleteRange(std::string& text, int& start, int& end) {
+bool CurrencyEditModel::DigitDeleteRange(std::string& text, int& start, int& end, bool& negativeZero) {
   const int len = static_cast<int>(text.size());
   const int point = len - 5;
   if (start > end) std::swap(start, end);
@@ -287,7 +289,7 @@ bool CurrencyEditModel::DigitDeleteRange(std::string& text, int& start, int& end
     end = start;
     return false;
   }
-  if (start == 0 && text[0] == '-') m_negativeZero = false;
+  if (start == 0 && text[0] == '-') negativeZero = false;
   if (end <= point) {
     text.erase(static_cast<size_t>(start), static_cast<size_t>(end - start));
   } else if (start > point) {
@@ -314,13 +316,13 @@ int CurrencyEditModel::InsertDigit(std::string& text, int p, char ch) const {
     text[static_cast<size_t>(sign)] = ch;  // the lone zero is replaced; the caret stays behind it
     return p;
   }
-  if (p >= len) return -1;
+  if (p >= len) return kBeep;
   if (p <= point) {
-    if (ch == '0' && p == sign) return p;  // a leading zero would vanish again: nothing changes
+    if (ch == '0' && p == sign) return kSilent;  // a leading zero would vanish again
     text.insert(static_cast<size_t>(p), 1, ch);
     return p + 1;
   }
-  if (IsCarretOnEnd(text, p, m_decimals)) return -1;
+  if (IsCarretOnEnd(text, p, m_decimals)) return kBeep;
   text.insert(static_cast<size_t>(p), 1, ch);
   text.pop_back();
   if (m_decimals < 4) text[static_cast<size_t>(len + m_decimals - 4)] = '0';
@@ -334,13 +336,14 @@ CurrencyEditModel::Result CurrencyEditModel::DigitInsert(char ch, CurrencySelect
   const bool oldMinus = IsDigitMinus(), oldFlag = m_negativeZero;
   m_edited = true;
   Edit e = Begin(sel);
-  if (e.start != e.end) DigitDeleteRange(e.text, e.start, e.end);
+  if (e.start != e.end) DigitDeleteRange(e.text, e.start, e.end, m_negativeZero);
   const int caret = InsertDigit(e.text, e.start, ch);
   if (caret < 0 || IsTextTooLong(e.text)) {
-    // Refused: a beep for a caret with no room, silence for a thirteenth integer digit.
+    // Refused: a beep for a caret with no room, silence for a thirteenth integer digit and for a
+    // leading zero.
     m_negativeZero = oldFlag;
     Result r = Unchanged(sel);
-    r.beep = caret < 0;
+    r.beep = caret == kBeep;
     return r;
   }
   e.start = e.end = caret;
@@ -353,11 +356,11 @@ CurrencyEditModel::Result CurrencyEditModel::DigitDelete(bool back, CurrencySele
   m_edited = true;
   Edit e = Begin(sel);
   if (e.start != e.end)
-    DigitDeleteRange(e.text, e.start, e.end);
+    DigitDeleteRange(e.text, e.start, e.end, m_negativeZero);
   else if (back)
-    DigitDeleteBack(e.text, e.start, e.end);
+    DigitDeleteBack(e.text, e.start, e.end, m_negativeZero);
   else
-    DigitDeleteForward(e.text, e.start, e.end);
+    DigitDeleteForward(e.text, e.start, e.end, m_negativeZero);
   if (TextToCurrency(e.text, m_value).Raw() == 0) {
     // Behind the single "0" (and behind a kept "-"): where the next digit replaces the zero.
     e.start = e.end = m_negativeZero ? 2 : 1;
@@ -370,14 +373,15 @@ CurrencyEditModel::Result CurrencyEditModel::DigitSwitch(bool toNegative, Curren
   const bool oldMinus = IsDigitMinus();
   m_edited = true;
   Edit e = Begin(sel);
-  if (e.start != e.end && DigitDeleteRange(e.text, e.start, e.end)) return Finish(e, oldValue, oldMinus);
+  if (e.start != e.end && DigitDeleteRange(e.text, e.start, e.end, m_negativeZero))
+    return Finish(e, oldValue, oldMinus);
   if (m_value.Raw() == 0)
     m_negativeZero = toNegative;
   else if ((m_value.Raw() < 0) != toNegative)
     m_value = -m_value;
   const int shift = IsDigitMinus() == oldMinus ? 0 : IsDigitMinus() ? 1 : -1;
   Layout();
-  const int len = static_cast<int>(m_canonToDisp.size()) - 1;
+  const int len = CanonLength();
   const int caret = std::clamp(e.start + shift, 0, len);
   Result r = Show(caret, caret);
   r.modified = true;
@@ -387,7 +391,7 @@ CurrencyEditModel::Result CurrencyEditModel::DigitSwitch(bool toNegative, Curren
 }
 
 CurrencyEditModel::Result CurrencyEditModel::SetSelDec() const {
-  const int behindPoint = static_cast<int>(m_canonToDisp.size()) - 1 - 4;
+  const int behindPoint = CanonLength() - 4;
   return Show(behindPoint, behindPoint);
 }
 
@@ -493,7 +497,7 @@ CurrencyEditModel::Result CurrencyEditModel::PasteOrSet(std::string_view text, b
     return r;
   }
   Layout();
-  const int beforePoint = static_cast<int>(m_canonToDisp.size()) - 1 - 5;
+  const int beforePoint = CanonLength() - 5;
   Result r = Show(beforePoint, beforePoint);
   r.valueChanged = m_value != oldValue || IsDigitMinus() != oldMinus;
   r.modified = byUser;
@@ -530,7 +534,7 @@ CurrencyEditModel::Result CurrencyEditModel::OnKillFocus(CurrencySelection sel) 
   const int signShift = m_negativeZero && m_value.Raw() == 0 ? 1 : 0;
   m_negativeZero = false;
   Layout();
-  const int len = static_cast<int>(m_canonToDisp.size()) - 1;
+  const int len = CanonLength();
   const int start = std::clamp(e.start - signShift, 0, len);
   Result r = Show(start, std::clamp(e.end - signShift, start, len));
   r.valueChanged = IsDigitMinus() != oldMinus;
@@ -560,11 +564,19 @@ CurrencyEditModel::Result CurrencyEditModel::OnSetSettings(std::string_view symb
   const Amount oldValue = m_value;
   m_symbol = symbol;
   m_decimals = static_cast<int>(std::min(decimals, 4u));
-  // Shown again as if its plain text were set: rounded to the new number of decimals.
-  m_value = VelRound64C(m_value, m_decimals);
+  // Shown again as if its plain text were set: rounded to the new number of decimals. Where that
+  // would carry past 12 integer digits (999 999 999 999,5 to none) the field keeps the largest
+  // amount it can show instead: a set text would be refused, but a value must remain.
+  std::int64_t raw = VelRound64C(m_value.Raw(), m_decimals);
+  if (raw > kMaxRaw || raw < -kMaxRaw) {
+    static constexpr std::int64_t kStep[] = {10000, 1000, 100, 10, 1};
+    const std::int64_t largest = kMaxRaw + 1 - kStep[m_decimals];
+    raw = raw < 0 ? -largest : largest;
+  }
+  m_value = Amount::FromRaw(raw);
   if (m_value.Raw() != 0) m_negativeZero = false;
   Layout();
-  const int beforePoint = static_cast<int>(m_canonToDisp.size()) - 1 - 5;
+  const int beforePoint = CanonLength() - 5;
   r = Show(beforePoint, beforePoint);
   r.valueChanged = m_value != oldValue;
   r.calculatorSettings = true;

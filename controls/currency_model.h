@@ -116,7 +116,7 @@ class VARION_API CurrencyEditModel {
   // What WM_GETTEXT answers: four decimals, the locale separator, no grouping, "-" for a negative
   // value and for a negative zero.
   std::string PlainText() const;
-  std::string CanonicalText() const;
+  const std::string& CanonicalText() const { return m_canon; }
   // The text the copy button puts on the clipboard: "%.2lf" of the value, whatever the decimals.
   std::string CopyButtonText() const;
   // A copy-button click: the text to copy; sets the two bytes behind a pending balloon.
@@ -151,7 +151,8 @@ class VARION_API CurrencyEditModel {
   Result Cut(CurrencySelection sel, std::string* copied);
   Result OnKillFocus(CurrencySelection sel);
   // Decimals 0..4 (more is taken as 4) with the symbol, or one of the kSet* commands (these keep
-  // the selection). New decimals round the value to them, as a set text would.
+  // the selection). New decimals round the value to them, as a set text would; a value that would
+  // round past 12 integer digits becomes the largest the new decimals show.
   Result OnSetSettings(std::string_view symbol, unsigned decimals, CurrencySelection sel);
 
   // --- canonical rules, public so that they can be checked on canonical text directly ---
@@ -161,10 +162,12 @@ class VARION_API CurrencyEditModel {
   static bool IsTextTooLong(std::string_view text);
   // Whether pos lies beyond the editable decimals (see the rule in the .cpp).
   static bool IsCarretOnEnd(std::string_view text, int pos, int decimals);
-  void DigitDeleteBack(std::string& text, int& start, int& end);
-  void DigitDeleteForward(std::string& text, int& start, int& end);
+  // The deletions edit the text and the selection in it, and clear the negative-zero flag where
+  // they remove the sign.
+  static void DigitDeleteBack(std::string& text, int& start, int& end, bool& negativeZero);
+  static void DigitDeleteForward(std::string& text, int& start, int& end, bool& negativeZero);
   // False when nothing was removed (the selection held only the point).
-  bool DigitDeleteRange(std::string& text, int& start, int& end);
+  static bool DigitDeleteRange(std::string& text, int& start, int& end, bool& negativeZero);
 
  private:
   struct Edit {
@@ -173,13 +176,14 @@ class VARION_API CurrencyEditModel {
     int end = 0;
   };
   Edit Begin(CurrencySelection sel) const;
-  // Inserts at `pos` by the rules for a caret; the new caret, or -1 to beep.
+  // Inserts at `pos` by the rules for a caret; the new caret, or a negative refusal code.
   int InsertDigit(std::string& text, int pos, char ch) const;
   // Takes the edited text as the new value and shows it with the caret at `caret`.
   Result Finish(const Edit& e, Amount oldValue, bool oldMinus);
   Result Unchanged(CurrencySelection sel) const;
   Result Show(int caretStart, int caretEnd) const;
   void Layout();
+  int CanonLength() const { return static_cast<int>(m_canon.size()); }
   bool SetFromText(std::string_view text);
   Result PasteOrSet(std::string_view text, bool byUser);
   void CheckInvariants() const;
@@ -197,8 +201,9 @@ class VARION_API CurrencyEditModel {
   bool m_balloonAfter[2] = {false, false};
   std::uint32_t m_style = 0;
 
-  // The display text of the current state and the position maps between it and the canonical
+  // The canonical and display texts of the current state and the position maps between it and the canonical
   // text, rebuilt whenever the state changes.
+  std::string m_canon;
   std::string m_display;
   std::vector<int> m_dispToCanon;
   std::vector<int> m_canonToDisp;

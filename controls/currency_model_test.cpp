@@ -7,6 +7,10 @@
 
 #include "tests/native_support.h"
 
+namespace varion {
+void PrintTo(const CurrencySelection& sel, std::ostream* os) { *os << sel.start << ".." << sel.end; }
+}  // namespace varion
+
 namespace {
 
 using varion::Amount;
@@ -253,6 +257,11 @@ TEST(CurrencyEditModel, Settings) {
   EXPECT_TRUE(r.calculatorSettings && r.valueChanged);
   EXPECT_EQ(r.display, "1,23 zł");  // rounded as a set text is
   EXPECT_EQ(f.model.OnSetSettings("", 9, f.sel).display, "1,2300");
+  f.model.OnSetText("-999999999999,5");
+  EXPECT_EQ(f.model.OnSetSettings("", 0, f.sel).display, "-999 999 999 999");  // not 13 digits
+  EXPECT_EQ(f.model.Value(), Amount::FromRaw(-9999999999990000));
+  f.model.OnSetSettings("", 4, f.sel);
+  f.model.OnSetText("1,23");
   EXPECT_TRUE(f.model.OnSetSettings("", varion::kSetShowCopyButton, f.sel).frameChanged);
   EXPECT_TRUE(f.model.ShowCopyButton());
   f.model.OnSetSettings("", varion::kSetForbidMinus, f.sel);
@@ -371,15 +380,20 @@ TEST(CurrencyEditModel, CanonicalRules) {
     EXPECT_EQ(CurrencyEditModel::IsCarretOnEnd(c.text, c.pos, c.decimals), c.onEnd);
   }
   // Positions past the shown decimals are reachable only on canonical text.
-  CurrencyEditModel m;
   std::string text = "5.1234";
   int start = 6, end = 6;
-  m.DigitDeleteBack(text, start, end);
+  bool negativeZero = false;
+  CurrencyEditModel::DigitDeleteBack(text, start, end, negativeZero);
   EXPECT_EQ(text, "5.1230");
   EXPECT_EQ(start, 5);
   start = end = 6;
-  m.DigitDeleteForward(text, start, end);
+  CurrencyEditModel::DigitDeleteForward(text, start, end, negativeZero);
   EXPECT_EQ(start, 6);
+  text = "-0.0000";
+  start = 0, end = 7, negativeZero = true;
+  EXPECT_TRUE(CurrencyEditModel::DigitDeleteRange(text, start, end, negativeZero));
+  EXPECT_EQ(text, "0.0000");
+  EXPECT_FALSE(negativeZero);
 }
 
 // --- random editing ---
