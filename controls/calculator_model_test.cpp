@@ -27,41 +27,25 @@ TEST(CalculatorModel, Keys) {
     const char* display;
     Status last;
   } cases[] = {
-      {2, "12+3=", "15", Status::Ok},
-      {2, "2+3*4=", "20", Status::Ok},  // keyed order, not precedence
-      {2, "5-8=", "-3", Status::Ok},
-      {2, "5-+3=", "8", Status::Ok},  // a second operation key replaces the first
-      {2, "10/4=", "2,5", Status::Ok},
-      {4, "2/3=", "0,6667", Status::Ok},
-      {4, "2n/3=", "-0,6667", Status::Ok},
-      {4, "0,0001/3=", "0", Status::Ok},
-      {2, "1,5*1,5=", "2,25", Status::Ok},
-      {2, "5+==", "15", Status::Ok},  // "=" again repeats + 5
-      {2, "5*2==", "20", Status::Ok},
-      {2, "200+10%=", "220", Status::Ok},
-      {2, "200-10%=", "180", Status::Ok},
-      {2, "200*10%=", "20", Status::Ok},
-      {2, "200/50%=", "400", Status::Ok},
-      {2, "50%", "0,5", Status::Ok},
-      {2, ",5", "0,5", Status::Ok},
-      {2, "1,239", "1,23", Status::Refused},
-      {2, "1,2,", "1,2", Status::Refused},
-      {0, "1,5", "15", Status::Ok},  // no decimal separator in a field without decimals
-      {2, "1234567", "1 234 567", Status::Ok},
-      {2, "9999999999999", "999 999 999 999", Status::Refused},
-      {2, "123\b", "12", Status::Ok},
-      {2, "5\b", "0", Status::Ok},
-      {2, "5+3=\b", "8", Status::Refused},
-      {2, "5n+3=", "-2", Status::Ok},
-      {2, "5+3c", "0", Status::Ok},
-      {2, "5+3c2=", "2", Status::Ok},
-      {2, "x", "0", Status::Refused},
+      // keyed order, not precedence; a second operation key replaces the first; "=" again repeats
+      {2, "12+3=", "15", Status::Ok}, {2, "2+3*4=", "20", Status::Ok}, {2, "5-8=", "-3", Status::Ok},
+      {2, "5-+3=", "8", Status::Ok}, {2, "5+==", "15", Status::Ok}, {2, "5*2==", "20", Status::Ok},
+      {2, "10/4=", "2,5", Status::Ok}, {4, "2/3=", "0,6667", Status::Ok}, {4, "2n/3=", "-0,6667", Status::Ok},
+      {4, "0,0001/3=", "0", Status::Ok}, {2, "1,5*1,5=", "2,25", Status::Ok}, {2, "5n+3=", "-2", Status::Ok},
+      {2, "200+10%=", "220", Status::Ok}, {2, "200-10%=", "180", Status::Ok}, {2, "200*10%=", "20", Status::Ok},
+      {2, "200/50%=", "400", Status::Ok}, {2, "50%", "0,5", Status::Ok},
+      // entry: the field's decimals, 12 integer digits, Backspace while keying only
+      {2, ",5", "0,5", Status::Ok}, {2, "1,239", "1,23", Status::Refused}, {2, "1,2,", "1,2", Status::Refused},
+      {0, "1,5", "15", Status::Ok}, {2, "1234567", "1 234 567", Status::Ok},
+      {2, "9999999999999", "999 999 999 999", Status::Refused}, {2, "123\b", "12", Status::Ok},
+      {2, "5\b", "0", Status::Ok}, {2, "5+3=\b", "8", Status::Refused}, {2, "5+3c", "0", Status::Ok},
+      {2, "5+3c2=", "2", Status::Ok}, {2, "x", "0", Status::Refused},
+      // refusals keep the state, so the next keys correct it
       {2, "999999999999*10=", "Przepełnienie", Status::Overflow},
       {2, "999999999999+1=", "Przepełnienie", Status::Overflow},
       {2, "999999999999n-1=", "Przepełnienie", Status::Overflow},
-      {2, "5/0=", "Nie można dzielić przez zero", Status::DivisionByZero},
-      {2, "5/0=2=", "2,5", Status::Ok},                           // the refused key kept the state
-      {2, "999999999999*10=\b=", "999 999 999 999", Status::Ok},  // corrected after the refusal
+      {2, "5/0=", "Nie można dzielić przez zero", Status::DivisionByZero}, {2, "5/0=2=", "2,5", Status::Ok},
+      {2, "999999999999*10=\b=", "999 999 999 999", Status::Ok},
   };
   CLocaleInfo polish{varion::LocaleValues{}};
   for (const Case& c : cases) {
@@ -110,32 +94,18 @@ TEST(CalculatorModel, RandomOperations) {
     if (b < 0) calc.Sign();
     SCOPED_TRACE(std::to_string(a) + " op " + std::to_string(static_cast<int>(op)) + " " + std::to_string(b));
     const Status st = calc.Equals();
-    const __int128 r = calc.Value().Raw(), kMax = CalculatorModel::kMaxRaw;
-    __int128 exact = 0, error = 0, bound = 0;  // |r * unit - exact| must stay within bound
-    switch (op) {
-      case Op::Add:
-        exact = static_cast<__int128>(a) + b;
-        error = r - exact;
-        break;
-      case Op::Subtract:
-        exact = static_cast<__int128>(a) - b;
-        error = r - exact;
-        break;
-      case Op::Multiply:
-        exact = static_cast<__int128>(a) * b;
-        error = r * 10000 - exact;
-        bound = 5000;
-        exact /= 10000;
-        break;
-      default:
-        if (b == 0) {
-          ASSERT_EQ(st, Status::DivisionByZero);
-          continue;
-        }
-        exact = static_cast<__int128>(a) * 10000 / b;
-        error = r * b - static_cast<__int128>(a) * 10000;
-        bound = b < 0 ? -b / 2 : b / 2;
+    // The result r approximates num / den: exactly for sums, within half a ten-thousandth else.
+    const __int128 wa = a, wb = b, kMax = CalculatorModel::kMaxRaw, r = calc.Value().Raw();
+    const __int128 num = op == Op::Add        ? wa + wb
+                         : op == Op::Subtract ? wa - wb
+                         : op == Op::Multiply ? wa * wb
+                                              : wa * 10000;
+    const __int128 den = op == Op::Multiply ? 10000 : op == Op::Divide ? wb : 1;
+    if (den == 0) {
+      ASSERT_EQ(st, Status::DivisionByZero);
+      continue;
     }
+    const __int128 exact = num / den, error = r * den - num, bound = (den < 0 ? -den : den) / 2;
     if (exact > kMax || exact < -kMax) {
       ASSERT_EQ(st, Status::Overflow);
       ASSERT_EQ(calc.Value(), Amount::FromRaw(b));  // the shown operand stays
