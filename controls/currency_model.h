@@ -52,12 +52,15 @@ enum class CurrencyKeyAction {
 // the canonical position with the same number of digits before it, on the same side of the
 // decimal separator. The sign is a position of its own in both texts: display 0 is canonical 0
 // (before the "-") and display 1 is canonical 1 (behind it), so that Backspace behind the sign and
-// Delete before it remove the sign, as the rules say. Three consequences are settled here:
+// Delete before it remove the sign, as the rules say. What follows from that is settled here:
 //  - a digit typed before the "-" goes behind it (the text parser negates only what follows a "-",
 //    so a digit in front of it would turn -5 into 25);
-//  - when an edit leaves the value at zero the caret goes just behind the single "0" (position 1,
-//    or 2 when a negative zero keeps its "-");
-//  - a range deletion that removes the "-" clears the negative-zero flag with it.
+//  - when a deletion leaves the value at zero the caret goes just behind the single "0" (position
+//    1, or 2 when a negative zero keeps its "-");
+//  - a range deletion that removes the "-" clears the negative-zero flag with it, and one across
+//    the point with no digit left before it writes "0." there.
+// A "0" typed in front of the integer digits would vanish as a leading zero: it changes nothing
+// and, like a thirteenth integer digit, is dropped without a beep.
 // Canonical positions behind the shown decimals map to the end of the shown number; positions in
 // the thousands separators, inside a separator of several characters, or in the currency symbol
 // map to the nearest canonical position on the left.
