@@ -6,7 +6,7 @@
 #include <limits>
 #include <random>
 
-#include "tests/native_support.h"
+#include "tests/seed.h"
 
 namespace varion {
 namespace {
@@ -144,7 +144,7 @@ TEST(DateTime, FormatAndParseIso) {
 }
 
 TEST(DateTime, RandomSerialsSurviveThePartsRoundTrip) {
-  std::mt19937_64 rng(varion::testing::TestSeed());
+  varion::testing::SeededRng rng;
   std::uniform_int_distribution<long long> days(-657434, 2958465);
   std::uniform_int_distribution<int> secs(0, 86399);
   for (int i = 0; i < 20000; ++i) {

@@ -3,9 +3,8 @@
 #include <gtest/gtest.h>
 #include <iconv.h>
 
-#include <random>
 
-#include "tests/native_support.h"
+#include "tests/seed.h"
 
 namespace varion::text {
 namespace {
@@ -100,7 +99,7 @@ TEST(Utf8ToCp1250, InvalidSequencesGiveOneQuestionMarkPerMaximalSubpart) {
 }
 
 TEST(Utf8ToCp1250, RandomBytesNeverCrashAndValidUtf8SurvivesUtf16) {
-  std::mt19937 rng(varion::testing::TestSeed());
+  varion::testing::SeededRng rng;
   for (int round = 0; round < 2000; ++round) {
     std::string s(rng() % 64, '\0');
     for (char& c : s) c = static_cast<char>(rng());

@@ -4,9 +4,15 @@
 #   name_linux.cpp    native build only (the directly linked SQLite backend)
 #   name_test.cpp     native GoogleTest
 #   name_wintest.cpp  GoogleTest under Wine
+# The core's own services from the operating system (folders, registry, process ids, module
+# strings) have one file per build; the Windows one opens no window, so it joins varion_core as
+# a name_linux.cpp does natively, and the core needs nothing of the window library.
+set(VARION_CORE_WIN_SERVICES diagnostics/log_platform_win.cpp)
+
 function(varion_collect_sources)
   set(core "")
   set(win "")
+  list(TRANSFORM VARION_CORE_WIN_SERVICES PREPEND "${PROJECT_SOURCE_DIR}/" OUTPUT_VARIABLE services)
   foreach(dir IN LISTS ARGN)
     file(GLOB_RECURSE files CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${dir}/*.cpp")
     foreach(f IN LISTS files)
@@ -17,7 +23,9 @@ function(varion_collect_sources)
           list(APPEND core "${f}")
         endif()
       elseif(f MATCHES "_win\\.cpp$")
-        if(NOT f MATCHES "dll_main_win\\.cpp$")
+        if(WIN32 AND f IN_LIST services)
+          list(APPEND core "${f}")
+        elseif(NOT f MATCHES "dll_main_win\\.cpp$")
           list(APPEND win "${f}")
         endif()
       else()

@@ -4,11 +4,10 @@
 
 #include <cmath>
 #include <map>
-#include <random>
 #include <sstream>
 
 #include "tests/locale_guard.h"
-#include "tests/native_support.h"
+#include "tests/seed.h"
 
 namespace {
 
@@ -167,9 +166,7 @@ long long ReadPolish(const std::string& words) {
 
 TEST(KwotaSlownie, RandomAmountsReadBack) {
   varion::testing::LocaleGuard polish(varion::LocaleValues{});
-  unsigned seed = varion::testing::TestSeed();
-  SCOPED_TRACE("seed " + std::to_string(seed));
-  std::mt19937_64 rng(seed);
+  varion::testing::SeededRng rng;
   for (int i = 0; i < 5000; ++i) {
     // Mixed magnitudes so that small groups and zero groups both occur often.
     long long n = static_cast<long long>(rng() % 1000000000000000ull) / static_cast<long long>(std::pow(10, rng() % 15));

@@ -4,7 +4,7 @@
 
 #include <random>
 
-#include "tests/native_support.h"
+#include "tests/seed.h"
 
 namespace {
 
@@ -72,9 +72,7 @@ TEST(CalculatorModel, ValueTextBothWays) {
 // Random operands keyed in and combined: exact sums, products and quotients within half a
 // ten-thousandth, and a refusal exactly where the result leaves 12 integer digits.
 TEST(CalculatorModel, RandomOperations) {
-  const unsigned seed = varion::testing::TestSeed();
-  SCOPED_TRACE("seed " + std::to_string(seed));
-  std::mt19937_64 rng(seed);
+  varion::testing::SeededRng rng;
   CLocaleInfo polish{varion::LocaleValues{}};
   for (int i = 0; i < 20000; ++i) {
     auto draw = [&] {  // mixed magnitudes, so that both overflow and tiny results occur

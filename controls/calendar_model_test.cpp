@@ -2,10 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/seed.h"
+
 #include <random>
 #include <string>
 
-#include "tests/native_support.h"
 
 namespace {
 
@@ -259,9 +260,7 @@ TEST(CalendarLayout, AreasFollowTheFont) {
 // Random keys, clicks, commands, ranges and days; after each step the model must keep its
 // invariants and every notification sequence must be one the owner can make sense of.
 TEST(CalendarProperty, RandomUse) {
-  const unsigned seed = varion::testing::TestSeed();
-  SCOPED_TRACE("VARION_TEST_SEED=" + std::to_string(seed));
-  std::mt19937 rng(seed);
+  varion::testing::SeededRng rng;
   auto pick = [&rng](int n) { return static_cast<int>(rng() % static_cast<unsigned>(n)); };
   auto randomDay = [&] { return COleDateTime(pick(3) == 0 ? 100 + pick(9900) : 2020 + pick(10), 1 + pick(12), 1 + pick(28)); };
   FixedClock clock(D(2025, 12, 10));

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <random>
 
-#include "tests/native_support.h"
+#include "tests/seed.h"
 
 namespace varion {
 void PrintTo(const CurrencySelection& sel, std::ostream* os) { *os << sel.start << ".." << sel.end; }
@@ -330,12 +330,7 @@ TEST(CurrencyEditModel, CanonicalRules) {
 
 // --- random editing ---
 
-unsigned Seed() {
-  if (const char* s = std::getenv("VARION_TEST_SEED")) return static_cast<unsigned>(std::strtoul(s, nullptr, 10));
-  return varion::testing::TestSeed();
-}
-
-std::string RandomPaste(std::mt19937& rng) {
+std::string RandomPaste(std::mt19937_64& rng) {
   static const char* const kPieces[] = {"-", "1", "23", "456", ",", ".", " ", "zł", "--5", "abc", "0", "999999"};
   std::string s;
   for (int n = static_cast<int>(rng() % 6); n > 0; --n) s += kPieces[rng() % std::size(kPieces)];
@@ -351,9 +346,7 @@ bool IsCanonical(const std::string& t) {
 }
 
 TEST(CurrencyEditModel, RandomEditingKeepsItsInvariants) {
-  const unsigned seed = Seed();
-  SCOPED_TRACE("seed " + std::to_string(seed) + " (VARION_TEST_SEED replays it)");
-  std::mt19937 rng(seed);
+  varion::testing::SeededRng rng;
   const LocaleValues locales[] = {{}, Swiss(), TwoChar()};
   for (int round = 0; round < 12; ++round) {
     Field f(static_cast<int>(rng() % 5), locales[round % 3], round % 2 ? "zł" : "");

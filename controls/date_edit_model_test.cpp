@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/seed.h"
+
 #include <cctype>
 #include <cstdio>
 #include <map>
@@ -9,7 +11,6 @@
 #include <string>
 
 #include "controls/date_input.h"
-#include "tests/native_support.h"
 
 namespace {
 
@@ -211,9 +212,7 @@ std::string Shown(const std::string& pattern, const COleDateTime& v) {
 // Random typing, keys, pastes, ranges and patterns: the shown text always reads back as the
 // value, or as no date at all while the entry is unfinished.
 TEST(DateEditProperty, RandomUse) {
-  const unsigned seed = varion::testing::TestSeed();
-  SCOPED_TRACE("VARION_TEST_SEED=" + std::to_string(seed));
-  std::mt19937 rng(seed);
+  varion::testing::SeededRng rng;
   auto pick = [&rng](int n) { return static_cast<int>(rng() % static_cast<unsigned>(n)); };
   auto randomDay = [&] { return COleDateTime(1850 + pick(300), 1 + pick(12), 1 + pick(28)); };
   const char* patterns[] = {"dd-mm-rrrr", "yyyy-MM-dd", "d.m.yy", "dd/mm/rrrr"};

@@ -5,7 +5,14 @@
 namespace varion {
 namespace {
 
+// The source a host or test pinned; empty means the user's own.
 LocaleSource& CurrentSource() {
+  static LocaleSource source;
+  return source;
+}
+
+// Where the user's own values come from, installed by the platform; empty means the defaults.
+LocaleSource& UserSource() {
   static LocaleSource source;
   return source;
 }
@@ -20,9 +27,15 @@ std::string Clean(std::string value, size_t room = 10) {
 
 }  // namespace
 
-#if !defined(_WIN32)
-LocaleValues UserLocaleValues() { return LocaleValues{}; }
-#endif
+LocaleValues UserLocaleValues() {
+  const LocaleSource& source = UserSource();
+  return source ? source() : LocaleValues{};
+}
+
+void SetUserLocaleSource(LocaleSource source) {
+  UserSource() = std::move(source);
+  CLocaleInfo::GetTheLocaleInfo().UpdateLocaleInfo();
+}
 
 void SetLocaleSource(LocaleSource source) {
   CurrentSource() = std::move(source);

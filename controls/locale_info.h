@@ -30,8 +30,12 @@ struct LocaleValues {
 
 using LocaleSource = std::function<LocaleValues()>;
 
-// The values of the user default locale: GetLocaleInfoA on Windows; the Polish defaults natively.
+// The values of the user default locale: those of the user-locale source the platform installed
+// (GetLocaleInfoA, installed by the Windows library at start), else the Polish defaults.
 VARION_API LocaleValues UserLocaleValues();
+// Installs where the user default locale comes from. Platform code calls it once at start, so
+// that this portable part needs nothing of the platform; an empty function means the defaults.
+VARION_API void SetUserLocaleSource(LocaleSource source);
 // Replaces the source of the process-wide CLocaleInfo and re-reads it; an empty function goes
 // back to UserLocaleValues. Meant for tests and for hosts that pin a locale.
 VARION_API void SetLocaleSource(LocaleSource source);

@@ -62,6 +62,18 @@ TEST(CLocaleInfo, ProcessWideObjectFollowsTheSource) {
   }
   EXPECT_EQ(CLocaleInfo::GetTheLocaleInfo().GetCharDec(), ',');
   EXPECT_EQ(CLocaleInfo::GetTheLocaleInfo().GetShortDateFormat(), "dd.MM.yyyy");
+
+  // The platform's user-locale source is what an unpinned object reads, and a pin outranks it.
+  varion::SetUserLocaleSource(Indian);
+  EXPECT_EQ(CLocaleInfo::GetTheLocaleInfo().GetSymTho(), ",");
+  EXPECT_EQ(varion::UserLocaleValues().monGrouping, "3;2;0");
+  {
+    varion::testing::LocaleGuard guard(Swiss());
+    EXPECT_EQ(CLocaleInfo::GetTheLocaleInfo().GetSymTho(), "'");
+  }
+  EXPECT_EQ(CLocaleInfo::GetTheLocaleInfo().GetSymTho(), ",");
+  varion::SetUserLocaleSource(nullptr);
+  EXPECT_EQ(CLocaleInfo::GetTheLocaleInfo().GetSymTho(), " ");
 }
 
 TEST(CLocaleInfo, CurrencyToText) {

@@ -1,5 +1,7 @@
 // The Windows locale source (the user default locale) and the fitting of a display text to a
 // rectangle measured in the device context's font.
+#include "controls/locale_info_win.h"
+
 #include <windows.h>
 
 #include "controls/locale_info.h"
@@ -15,9 +17,7 @@ std::string ReadLocale(LCTYPE type, int room) {
   return buffer;
 }
 
-}  // namespace
-
-LocaleValues UserLocaleValues() {
+LocaleValues ReadUserLocale() {
   LocaleValues v;
   v.monDecimal = ReadLocale(LOCALE_SMONDECIMALSEP, 10);
   v.negativeSign = ReadLocale(LOCALE_SNEGATIVESIGN, 10);
@@ -27,6 +27,10 @@ LocaleValues UserLocaleValues() {
   v.shortDate = ReadLocale(LOCALE_SSHORTDATE, 255);
   return v;
 }
+
+}  // namespace
+
+void InstallUserLocaleSource() { SetUserLocaleSource(ReadUserLocale); }
 
 }  // namespace varion
 

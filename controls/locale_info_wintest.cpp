@@ -27,6 +27,25 @@ TEST(LocaleInfoWin, UserLocaleGivesThePolishSeparators) {
   EXPECT_EQ(KwotaSlownie(varion::Amount::FromUnits(12, 5000)), "dwanaście  PLN 50/100");
 }
 
+// The library's start made GetLocaleInfoA the source: a separator the user changes in the
+// regional settings reaches CLocaleInfo when it re-reads, while the Polish defaults would not.
+TEST(LocaleInfoWin, StartInstalledTheUserLocaleAsTheSource) {
+  char saved[10] = {};
+  ASSERT_GT(GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SMONDECIMALSEP, saved, sizeof saved), 0);
+  ASSERT_TRUE(SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SMONDECIMALSEP, "#"));
+  struct Restore {
+    const char* value;
+    ~Restore() {
+      SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SMONDECIMALSEP, value);
+      varion::SetLocaleSource(nullptr);
+    }
+  } restore{saved};
+  varion::SetLocaleSource(nullptr);
+  EXPECT_EQ(CLocaleInfo::GetTheLocaleInfo().GetSymDec(), "#");
+  EXPECT_EQ(CLocaleInfo::GetTheLocaleInfo().GetCharDec(), '#');
+  EXPECT_EQ(varion::UserLocaleValues().monDecimal, "#");
+}
+
 TEST(LocaleInfoWin, CurrencyToTextCalcMeasuresInTheDeviceContext) {
   struct ScreenDc {
     HDC dc = GetDC(nullptr);

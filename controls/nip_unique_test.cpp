@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <set>
 
 #include "db/schema/schema.h"
@@ -80,13 +79,7 @@ TEST_P(NipUniqueTest, FindsOtherContractorsWithTheNumber) {
   EXPECT_EQ(m_connection.OpenRS("SELECT kh_Id FROM kh__Kontrahent").GetRecordCount(), 5u);
 }
 
-std::string BackendName(const ::testing::TestParamInfo<std::string>& info) {
-  std::string name = info.param;
-  std::replace(name.begin(), name.end(), '-', '_');
-  return name;
-}
-
 INSTANTIATE_TEST_SUITE_P(Backends, NipUniqueTest, ::testing::ValuesIn(varion::testing::DatabaseBackends()),
-                         BackendName);
+                         varion::testing::BackendTestName);
 
 }  // namespace

@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
 
-#include "tests/native_support.h"
+#include "tests/seed.h"
 
 namespace {
 
@@ -62,9 +61,7 @@ TEST(Validators, Nip) {
 // A weighted sum modulo 10 (PESEL) or 11 (NIP) with weights prime to the modulus notices every
 // change of a single digit.
 TEST(Validators, SingleDigitChangesAreCaught) {
-  unsigned seed = varion::testing::TestSeed();
-  SCOPED_TRACE("seed " + std::to_string(seed));
-  std::mt19937 rng(seed);
+  varion::testing::SeededRng rng;
   int pesels = 0, nips = 0;
   while (pesels < 300 || nips < 300) {
     std::string s(11, '0');

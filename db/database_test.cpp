@@ -527,13 +527,8 @@ TEST_P(DatabaseTest, RunningInstanceHandsOutItsConnection) {
   EXPECT_TRUE(m_conn.IsOpen());  // the host's connection outlives the instance
 }
 
-std::string BackendName(const ::testing::TestParamInfo<std::string>& info) {
-  std::string name = info.param;
-  std::replace(name.begin(), name.end(), '-', '_');
-  return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Backends, DatabaseTest, ::testing::ValuesIn(varion::testing::DatabaseBackends()), BackendName);
+INSTANTIATE_TEST_SUITE_P(Backends, DatabaseTest, ::testing::ValuesIn(varion::testing::DatabaseBackends()),
+                         varion::testing::BackendTestName);
 
 }  // namespace
 }  // namespace varion::db

@@ -1,11 +1,8 @@
 // The ODBC backend, through the Unicode (W) entry points only: Wine's ODBC layer lacks the ANSI
 // ones. Text crosses as UTF-16 and comes back as code page 1250. Builds natively (unixODBC) and
 // for Windows (odbc32), where the ODBC headers bring in the Windows headers they need.
-#if defined(_WIN32)
-#include <windows.h>
-#endif
-#include <sql.h>
-#include <sqlext.h>
+#include "db/odbc_handles.h"
+
 #if !defined(_WIN32)
 #include <locale.h>
 #endif
@@ -145,19 +142,24 @@ bool IsTimeOnly(SQLSMALLINT type) { return type == SQL_TYPE_TIME || type == SQL_
 
 class OdbcConnection;
 
-// One HSTMT, freed exactly once, counted by its connection.
+// Lowers a connection's count of live statements when the statement it stands for goes.
+struct Uncount {
+  void operator()(std::size_t* live) const { --*live; }
+};
+
+// One HSTMT, counted by its connection while it lives.
 class StmtHandle {
  public:
   explicit StmtHandle(OdbcConnection& owner);
-  ~StmtHandle() { Free(); }
-  StmtHandle(const StmtHandle&) = delete;
-  StmtHandle& operator=(const StmtHandle&) = delete;
-  SQLHSTMT Get() const { return m_handle; }
-  void Free();
+  SQLHSTMT Get() const { return m_handle.get(); }
+  void Free() {
+    m_handle.reset();
+    m_counted.reset();
+  }
 
  private:
-  OdbcConnection& m_owner;
-  SQLHSTMT m_handle = SQL_NULL_HSTMT;
+  std::unique_ptr<std::size_t, Uncount> m_counted;
+  unique_hstmt m_handle;
 };
 
 // A parameter's value and the buffers SQLBindParameter points into until the statement runs.
@@ -182,24 +184,25 @@ class OdbcConnection final : public ConnectionBackend {
 
   void Connect(const std::u16string& connectionString) {
     Utf8ConnectLocale utf8;  // unixODBC fixes its conversion while the handles are made
-    if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &m_env)))
-      throw ComError(kDbConnection, "SQLAllocHandle(SQL_HANDLE_ENV)", "HY001");
-    SQLSetEnvAttr(m_env, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
-    if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_DBC, m_env, &m_dbc))) {
-      Diagnostic d = ReadDiagnostic(SQL_HANDLE_ENV, m_env);
+    m_env = AllocateOdbc<SQL_HANDLE_ENV>(SQL_NULL_HANDLE);
+    if (!m_env) throw ComError(kDbConnection, "SQLAllocHandle(SQL_HANDLE_ENV)", "HY001");
+    SQLSetEnvAttr(m_env.get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+    m_dbc = AllocateOdbc<SQL_HANDLE_DBC>(m_env.get());
+    if (!m_dbc) {
+      Diagnostic d = ReadDiagnostic(SQL_HANDLE_ENV, m_env.get());
       throw ComError(kDbConnection, d.message, d.state);
     }
-    SQLSetConnectAttrW(m_dbc, SQL_ATTR_LOGIN_TIMEOUT, reinterpret_cast<SQLPOINTER>(static_cast<SQLULEN>(15)), 0);
+    SQLSetConnectAttrW(Dbc(), SQL_ATTR_LOGIN_TIMEOUT, reinterpret_cast<SQLPOINTER>(static_cast<SQLULEN>(15)), 0);
     std::u16string in = connectionString;
     std::u16string out(1024, u'\0');
     SQLSMALLINT outLength = 0;
-    SQLRETURN rc = SQLDriverConnectW(m_dbc, nullptr, W(in), SQL_NTS, W(out), static_cast<SQLSMALLINT>(out.size()),
+    SQLRETURN rc = SQLDriverConnectW(Dbc(), nullptr, W(in), SQL_NTS, W(out), static_cast<SQLSMALLINT>(out.size()),
                                      &outLength, SQL_DRIVER_NOPROMPT);
     if (!SQL_SUCCEEDED(rc)) {
-      Diagnostic d = ReadDiagnostic(SQL_HANDLE_DBC, m_dbc);
+      Diagnostic d = ReadDiagnostic(SQL_HANDLE_DBC, Dbc());
       throw ComError(kDbConnection, d.message, d.state);
     }
-    m_connected = true;
+    m_link.reset(Dbc());
     m_dbms = InfoText(SQL_DBMS_NAME);
     m_version = InfoText(SQL_DBMS_VER);
     m_dialect = &DialectForServer(m_dbms);
@@ -208,7 +211,7 @@ class OdbcConnection final : public ConnectionBackend {
   std::string InfoText(SQLUSMALLINT what) {
     std::u16string buf(256, u'\0');
     SQLSMALLINT length = 0;
-    if (!SQL_SUCCEEDED(SQLGetInfoW(m_dbc, what, W(buf), static_cast<SQLSMALLINT>(buf.size() * 2), &length)))
+    if (!SQL_SUCCEEDED(SQLGetInfoW(Dbc(), what, W(buf), static_cast<SQLSMALLINT>(buf.size() * 2), &length)))
       return {};
     buf.resize(std::min<std::size_t>(static_cast<std::size_t>(length) / 2, buf.size()));
     return text::Utf16ToCp1250(buf);
@@ -216,7 +219,7 @@ class OdbcConnection final : public ConnectionBackend {
 
   // Entry check of every call that reaches the server.
   void RequireUsable() const {
-    if (!m_connected) throw ComError(kDbNotOpen, messages::ConnectionClosed());
+    if (!m_link) throw ComError(kDbNotOpen, messages::ConnectionClosed());
     if (m_lost) throw ComError(kDbConnection, messages::ConnectionLost(), "08S01");
   }
 
@@ -234,9 +237,8 @@ class OdbcConnection final : public ConnectionBackend {
     if (!SQL_SUCCEEDED(rc)) Raise(type, handle);
   }
 
-  SQLHDBC Dbc() const { return m_dbc; }
-  void HandleAllocated() { ++m_liveStatements; }
-  void HandleFreed() { --m_liveStatements; }
+  SQLHDBC Dbc() const { return m_dbc.get(); }
+  std::size_t* LiveStatements() { return &m_liveStatements; }
 
   std::unique_ptr<StatementBackend> Prepare(std::string_view sql) override;
 
@@ -277,9 +279,9 @@ class OdbcConnection final : public ConnectionBackend {
 
   void SetAutocommit(bool on) {
     SQLRETURN rc = SQLSetConnectAttrW(
-        m_dbc, SQL_ATTR_AUTOCOMMIT,
+        Dbc(), SQL_ATTR_AUTOCOMMIT,
         reinterpret_cast<SQLPOINTER>(static_cast<SQLULEN>(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF)), 0);
-    Check(rc, SQL_HANDLE_DBC, m_dbc);
+    Check(rc, SQL_HANDLE_DBC, Dbc());
   }
 
   void BeginTrans() override {
@@ -293,12 +295,12 @@ class OdbcConnection final : public ConnectionBackend {
     RequireUsable();
     if (!m_inTransaction) throw ComError(kFail, messages::NoTransaction());
     m_inTransaction = false;
-    SQLRETURN rc = SQLEndTran(SQL_HANDLE_DBC, m_dbc, completion);
+    SQLRETURN rc = SQLEndTran(SQL_HANDLE_DBC, Dbc(), completion);
     // Autocommit goes back on even when the commit failed: the transaction is over either way.
-    SQLRETURN back = SQLSetConnectAttrW(m_dbc, SQL_ATTR_AUTOCOMMIT,
+    SQLRETURN back = SQLSetConnectAttrW(Dbc(), SQL_ATTR_AUTOCOMMIT,
                                         reinterpret_cast<SQLPOINTER>(static_cast<SQLULEN>(SQL_AUTOCOMMIT_ON)), 0);
-    Check(rc, SQL_HANDLE_DBC, m_dbc);
-    Check(back, SQL_HANDLE_DBC, m_dbc);
+    Check(rc, SQL_HANDLE_DBC, Dbc());
+    Check(back, SQL_HANDLE_DBC, Dbc());
   }
 
   void CommitTrans() override { EndTrans(SQL_COMMIT); }
@@ -307,7 +309,7 @@ class OdbcConnection final : public ConnectionBackend {
   const SqlDialect& Dialect() const override { return *m_dialect; }
   std::string ServerName() const override { return m_dbms; }
   std::string ServerVersion() const override { return m_version; }
-  bool IsOpen() const override { return m_connected; }
+  bool IsOpen() const override { return m_link != nullptr; }
   std::size_t OpenStatementCount() const override { return m_liveStatements; }
 
   void Close() override;
@@ -316,9 +318,10 @@ class OdbcConnection final : public ConnectionBackend {
   void Unregister(OdbcStatement* s) { m_statements.erase(s); }
 
  private:
-  SQLHENV m_env = SQL_NULL_HENV;
-  SQLHDBC m_dbc = SQL_NULL_HDBC;
-  bool m_connected = false;
+  // In this order: the link ends before its handle is freed, and that before the environment.
+  unique_henv m_env;
+  unique_hdbc m_dbc;
+  unique_odbc_link m_link;
   bool m_lost = false;
   bool m_inTransaction = false;
   std::string m_dbms;
@@ -328,20 +331,10 @@ class OdbcConnection final : public ConnectionBackend {
   std::set<OdbcStatement*> m_statements;
 };
 
-StmtHandle::StmtHandle(OdbcConnection& owner) : m_owner(owner) {
-  SQLRETURN rc = SQLAllocHandle(SQL_HANDLE_STMT, owner.Dbc(), &m_handle);
-  if (!SQL_SUCCEEDED(rc)) {
-    m_handle = SQL_NULL_HSTMT;
-    owner.Raise(SQL_HANDLE_DBC, owner.Dbc());
-  }
-  owner.HandleAllocated();
-}
-
-void StmtHandle::Free() {
-  if (m_handle == SQL_NULL_HSTMT) return;
-  SQLFreeHandle(SQL_HANDLE_STMT, m_handle);
-  m_handle = SQL_NULL_HSTMT;
-  m_owner.HandleFreed();
+StmtHandle::StmtHandle(OdbcConnection& owner) : m_handle(AllocateOdbc<SQL_HANDLE_STMT>(owner.Dbc())) {
+  if (!m_handle) owner.Raise(SQL_HANDLE_DBC, owner.Dbc());
+  m_counted.reset(owner.LiveStatements());
+  ++*m_counted;
 }
 
 class OdbcStatement final : public StatementBackend {
@@ -507,19 +500,10 @@ std::unique_ptr<StatementBackend> OdbcConnection::Prepare(std::string_view sql) 
 
 void OdbcConnection::Close() {
   for (OdbcStatement* s : m_statements) s->Release();
-  if (m_dbc != SQL_NULL_HDBC) {
-    if (m_connected) {
-      if (m_inTransaction && !m_lost) SQLEndTran(SQL_HANDLE_DBC, m_dbc, SQL_ROLLBACK);
-      SQLDisconnect(m_dbc);
-    }
-    SQLFreeHandle(SQL_HANDLE_DBC, m_dbc);
-    m_dbc = SQL_NULL_HDBC;
-  }
-  if (m_env != SQL_NULL_HENV) {
-    SQLFreeHandle(SQL_HANDLE_ENV, m_env);
-    m_env = SQL_NULL_HENV;
-  }
-  m_connected = false;
+  if (m_link && m_inTransaction && !m_lost) SQLEndTran(SQL_HANDLE_DBC, Dbc(), SQL_ROLLBACK);
+  m_link.reset();
+  m_dbc.reset();
+  m_env.reset();
   m_inTransaction = false;
 }
 

@@ -2,7 +2,6 @@
 // display (VARION_HEADLESS set by scripts/wine-run) it shows each page in turn, saves a
 // screenshot of it into the output folder and exits.
 #include <windows.h>
-#include <commctrl.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -11,6 +10,7 @@
 #include "base/text.h"
 #include "demo/gallery_win.h"
 #include "demo/png_writer.h"
+#include "framework/extension_module_win.h"
 
 namespace varion::demo {
 namespace {
@@ -212,7 +212,6 @@ int RunGallery(int argc, wchar_t** argv) {
 }  // namespace varion::demo
 
 int wmain(int argc, wchar_t** argv) {
-  INITCOMMONCONTROLSEX icc{sizeof icc, ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
-  InitCommonControlsEx(&icc);
+  if (!varion::InitExtensionModule()) return 2;
   return varion::demo::RunGallery(argc, argv);
 }

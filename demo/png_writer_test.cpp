@@ -3,9 +3,8 @@
 #include <gtest/gtest.h>
 #include <zlib.h>
 
-#include <random>
 
-#include "tests/native_support.h"
+#include "tests/seed.h"
 
 namespace varion::demo {
 namespace {
@@ -17,7 +16,7 @@ std::uint32_t ReadU32(const std::vector<std::uint8_t>& b, size_t at) {
 // Decodes our PNG with zlib as the independent reader: chunk CRCs, the zlib stream and the
 // pixels must all come back.
 TEST(PngWriter, ZlibDecodesThePixelsAndEveryChunkCrcHolds) {
-  std::mt19937 rng(varion::testing::TestSeed());
+  varion::testing::SeededRng rng;
   for (auto [w, h] : {std::pair{1, 1}, {3, 2}, {300, 250}}) {  // the last needs several stored blocks
     RgbImage img{w, h, std::vector<std::uint8_t>(static_cast<size_t>(w * h * 3))};
     for (auto& byte : img.rgb) byte = static_cast<std::uint8_t>(rng());

@@ -2,7 +2,6 @@
 // "log_Parametry", the factories, and a missing table or a lost connection.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <latch>
 #include <set>
 #include <thread>
@@ -197,13 +196,8 @@ TEST_P(DbLoggerTest, ThreadsSharingOneLoggerStoreEveryRow) {
   EXPECT_EQ(threadIds.size(), static_cast<std::size_t>(threads));
 }
 
-std::string BackendName(const ::testing::TestParamInfo<std::string>& info) {
-  std::string name = info.param;
-  std::replace(name.begin(), name.end(), '-', '_');
-  return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Backends, DbLoggerTest, ::testing::ValuesIn(varion::testing::DatabaseBackends()), BackendName);
+INSTANTIATE_TEST_SUITE_P(Backends, DbLoggerTest, ::testing::ValuesIn(varion::testing::DatabaseBackends()),
+                         varion::testing::BackendTestName);
 
 }  // namespace
 }  // namespace SimpleLog

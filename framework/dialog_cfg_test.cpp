@@ -77,13 +77,8 @@ TEST_P(DialogCfgDbTest, StreamsRoundTripPerSectionUserAndServiceAndASaveReplaces
   EXPECT_EQ(record->data[3], '1');
 }
 
-std::string BackendName(const ::testing::TestParamInfo<std::string>& info) {
-  std::string s = info.param;
-  for (char& c : s)
-    if (c == '-') c = '_';
-  return s;
-}
-INSTANTIATE_TEST_SUITE_P(Backends, DialogCfgDbTest, ::testing::ValuesIn(testing::DatabaseBackends()), BackendName);
+INSTANTIATE_TEST_SUITE_P(Backends, DialogCfgDbTest, ::testing::ValuesIn(testing::DatabaseBackends()),
+                         testing::BackendTestName);
 
 // A factory in memory, whose stored bytes a test can damage.
 class MemoryFactory : public IFlgDataFactory {

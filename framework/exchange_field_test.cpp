@@ -60,13 +60,8 @@ TEST_P(ExchangeFieldTest, FieldsOfBothRecordsetsKnowTheirTypeAndValue) {
   EXPECT_EQ(back.GetCollect("a"), Variant(Amount::FromRaw(99900)));
 }
 
-std::string BackendName(const ::testing::TestParamInfo<std::string>& info) {
-  std::string s = info.param;
-  for (char& c : s)
-    if (c == '-') c = '_';
-  return s;
-}
-INSTANTIATE_TEST_SUITE_P(Backends, ExchangeFieldTest, ::testing::ValuesIn(testing::DatabaseBackends()), BackendName);
+INSTANTIATE_TEST_SUITE_P(Backends, ExchangeFieldTest, ::testing::ValuesIn(testing::DatabaseBackends()),
+                         testing::BackendTestName);
 
 }  // namespace
 }  // namespace varion

@@ -3,11 +3,13 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include "controls/locale_info_win.h"
 #include "framework/hook_supp_win.h"
 
 namespace varion {
 
 bool InitExtensionModule() {
+  InstallUserLocaleSource();
   // Tooltips (error balloons, info tips), date-time pickers, list views and sliders of the
   // exchange functions, and the standard classes the library copies.
   INITCOMMONCONTROLSEX icc{sizeof icc, ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};

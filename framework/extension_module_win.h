@@ -1,5 +1,6 @@
 // What varion.dll does when a host loads and unloads it: the library's part of the start (the
-// common control classes its controls build on) and of the stop (its window classes go).
+// user's locale as CLocaleInfo's source, the common control classes its controls build on) and of
+// the stop (its window classes go). Programs that link the library statically call it themselves.
 #pragma once
 
 #include "base/export.h"

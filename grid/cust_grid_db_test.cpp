@@ -3,7 +3,6 @@
 // defined grids and conditional formats go through the database, on every backend.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
 
 #include "db/schema/schema.h"
@@ -316,13 +315,8 @@ TEST_P(GridDbTest, UserDefinedGrid) {
   EXPECT_EQ(Rows(m_conn, sql), (std::vector<std::string>{"1|ALFA", "4|DELTA", "3|GAMMA"}));
 }
 
-std::string BackendName(const ::testing::TestParamInfo<std::string>& info) {
-  std::string name = info.param;
-  std::replace(name.begin(), name.end(), '-', '_');
-  return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Backends, GridDbTest, ::testing::ValuesIn(varion::testing::DatabaseBackends()), BackendName);
+INSTANTIATE_TEST_SUITE_P(Backends, GridDbTest, ::testing::ValuesIn(varion::testing::DatabaseBackends()),
+                         varion::testing::BackendTestName);
 
 }  // namespace
 }  // namespace varion

@@ -1,10 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <random>
 
 #include "grid/grid_test_lists.h"
-#include "tests/native_support.h"
+#include "tests/seed.h"
 
 namespace varion {
 namespace {
@@ -380,9 +379,7 @@ TEST(StoredLayout, DamagedOrMissingBlobChangesNothing) {
 // Random damage to a valid layout: every load either applies or changes nothing, and what it
 // applies leaves a configuration whose every index is in range.
 TEST(StoredLayout, RandomDamageNeverBreaksTheConfiguration) {
-  const unsigned seed = TestSeed();
-  SCOPED_TRACE("VARION_SEED=" + std::to_string(seed));
-  std::mt19937 rng(seed);
+  SeededRng rng;
   const StoredLayoutRow good = OldUserLayout().MakeLayoutRow("K", 1, 1);
   int applied = 0;
   for (int round = 0; round < 3000; ++round) {

@@ -171,6 +171,6 @@ TEST_P(ReportSql, TagsSelectTheRowsOfTheChosenValues) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Backends, ReportSql, ::testing::ValuesIn(varion::testing::DatabaseBackends()),
-                         [](const auto& info) { return varion::testing::BackendTestName(info.param); });
+                         varion::testing::BackendTestName);
 
 }  // namespace

@@ -206,6 +206,6 @@ TEST_P(WhereOnServer, WholeListIsTheIntersection) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Backends, WhereOnServer, ::testing::ValuesIn(varion::testing::DatabaseBackends()),
-                         [](const auto& info) { return varion::testing::BackendTestName(info.param); });
+                         varion::testing::BackendTestName);
 
 }  // namespace

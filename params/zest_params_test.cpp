@@ -136,6 +136,6 @@ TEST_P(AnyAsIn, AFailingQueryReachesTheCaller) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Backends, AnyAsIn, ::testing::ValuesIn(varion::testing::DatabaseBackends()),
-                         [](const auto& info) { return varion::testing::BackendTestName(info.param); });
+                         varion::testing::BackendTestName);
 
 }  // namespace

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "db/connection.h"
 
 namespace varion::testing {
@@ -41,11 +43,14 @@ class TestDatabase {
   std::unique_ptr<Folder> m_folder;
 };
 
-// A backend's name as a test name may carry it ("odbc-sqlite" gives "odbc_sqlite").
-inline std::string BackendTestName(std::string backend) {
-  for (char& c : backend)
+// The name of a backend's instance of a parameterised suite, the last argument of every
+// INSTANTIATE_TEST_SUITE_P over DatabaseBackends(): a test name takes no '-', so "odbc-sqlite"
+// gives "odbc_sqlite".
+inline std::string BackendTestName(const ::testing::TestParamInfo<std::string>& info) {
+  std::string name = info.param;
+  for (char& c : name)
     if (c == '-') c = '_';
-  return backend;
+  return name;
 }
 
 // The connection string of the private PostgreSQL server for a role (started on first call).

@@ -1,7 +1,6 @@
 // Shared helpers of the native test programs.
 #include "tests/native_support.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <random>
 
@@ -28,12 +27,6 @@ std::string OutDir() {
   const std::filesystem::path out = std::filesystem::path(VARION_SOURCE_DIR) / "out";
   std::filesystem::create_directories(out);
   return out.string();
-}
-
-unsigned TestSeed() {
-  for (const char* name : {"VARION_TEST_SEED", "VARION_SEED"})
-    if (const char* s = std::getenv(name)) return static_cast<unsigned>(std::strtoul(s, nullptr, 10));
-  return std::random_device{}();
 }
 
 }  // namespace varion::testing

@@ -1,5 +1,5 @@
-// Helpers shared by the test programs, native and under Wine: temporary folders and seeds for
-// property tests.
+// Helpers shared by the test programs, native and under Wine: temporary folders and the folder
+// for files people look at.
 #pragma once
 
 #include <string>
@@ -22,9 +22,5 @@ class TempDir {
 // The repository's out/ folder (created when missing), where tests leave files for people to
 // look at, such as screenshots.
 std::string OutDir();
-
-// The seed of a property test: VARION_TEST_SEED (or VARION_SEED) when set, to replay a failure;
-// else random.
-unsigned TestSeed();
 
 }  // namespace varion::testing

@@ -1,13 +1,19 @@
-// Entry point of every Windows test program: common controls and COM ready before any test.
+// Entry point of every Windows test program: the library started as varion.dll starts it, and
+// COM ready, before any test.
 #include <windows.h>
-#include <commctrl.h>
 #include <objbase.h>
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
+#include "framework/extension_module_win.h"
+
 int main(int argc, char** argv) {
-  INITCOMMONCONTROLSEX icc{sizeof icc, ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
-  InitCommonControlsEx(&icc);
+  if (!varion::InitExtensionModule()) {
+    std::fprintf(stderr, "varion: InitExtensionModule failed\n");
+    return 2;
+  }
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
   // Message boxes must never wait for a person: error pop-ups of the system are off.
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);

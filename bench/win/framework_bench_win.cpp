@@ -2,7 +2,6 @@
 // window creation, and one LoadData plus SaveData of a form of 100 controls. A plain program:
 // each figure is the median of several rounds, timed with QueryPerformanceCounter.
 #include <windows.h>
-#include <commctrl.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -11,6 +10,7 @@
 
 #include "bench/win/framework_bench_win.h"
 #include "framework/data_exchange_win.h"
+#include "framework/extension_module_win.h"
 #include "framework/flg_dialog_win.h"
 #include "framework/hook_supp_win.h"
 
@@ -78,8 +78,7 @@ class BenchForm : public CFlgDialog {
 }  // namespace
 
 int main() {
-  INITCOMMONCONTROLSEX icc{sizeof icc, ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
-  InitCommonControlsEx(&icc);
+  if (!varion::InitExtensionModule()) return 2;
   CHookSupp::InitVXAXVelControls(nullptr);
   HWND parent = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr);
   constexpr int kRounds = 9;
