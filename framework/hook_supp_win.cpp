@@ -12,6 +12,7 @@
 #include "diagnostics/failure_boundary_win.h"
 #include "diagnostics/framework_log.h"
 #include "base/library_module_win.h"
+#include "controls/calendar_win.h"
 #include "controls/vel_controls_win.h"
 
 std::atomic<int> CHookSupp::m_bInitialized{0};
@@ -23,6 +24,7 @@ namespace {
 BOOL AttachEdit(HWND h, CREATESTRUCTW*) { return CVelEditBase::Attach(h) != nullptr; }
 BOOL AttachCombo(HWND h, CREATESTRUCTW*) { return CVelComboBox::Attach(h) != nullptr; }
 BOOL AttachAnalityka(HWND h, CREATESTRUCTW*) { return CVelAnalitykaEdit::Attach(h) != nullptr; }
+BOOL AttachCalendar(HWND h, CREATESTRUCTW*) { return CVelCalendar::Attach(h) != nullptr; }
 
 constexpr UINT kOwnClassStyle = CS_VREDRAW | CS_HREDRAW | CS_DBLCLKS;  // 11
 constexpr std::size_t kClassNameLimit = 100;
@@ -42,7 +44,7 @@ const varion::VelClassEntry kClasses[] = {
     {"vel_htmlcnt", nullptr, nullptr},
     {"vel_infoframe", nullptr, nullptr},
     {"vel_calculator", nullptr, nullptr},
-    {"vel_calendar", nullptr, nullptr},
+    {"vel_calendar", nullptr, AttachCalendar},
     {"vel_colorpicker", nullptr, nullptr},
     {"vel_colorpopup", nullptr, nullptr},
     {"vel_gridcnt", nullptr, nullptr},
