@@ -9,6 +9,7 @@
 
 #include "base/library_module_win.h"
 #include "base/text.h"
+#include "controls/calendar_accessible_win.h"
 #include "controls/holidays.h"
 #include "controls/system_time_win.h"
 
@@ -238,6 +239,11 @@ void CVelCalendar::Apply(const CalAction& a, POINT pointer) {
   }
   if (a.copy) PostMessageW(m_hWnd, WM_COPY, 0, 0);
   if (a.paste) PostMessageW(m_hWnd, WM_PASTE, 0, 0);
+  // The model has moved before the window hears of it: compare with the day last announced.
+  if (!(m_announced == m_model.GetFocusedDate())) {
+    m_announced = m_model.GetFocusedDate();
+    varion::NotifyCalendarFocus(m_hWnd, m_model.GetFocusedIndex());
+  }
   if (a.hide) ShowWindow(m_hWnd, SW_HIDE);
   for (int i = 0; i < a.count; ++i) SendNotification(a.notifications[i]);
 }
@@ -590,7 +596,12 @@ LRESULT CVelCalendar::WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) {
     case WM_KILLFOCUS:
       Apply(m_model.OnFocus(msg == WM_SETFOCUS), POINT{});
       InvalidateCell(m_model.GetFocusedIndex());
+      if (msg == WM_SETFOCUS)
+        NotifyWinEvent(EVENT_OBJECT_FOCUS, m_hWnd, OBJID_CLIENT, m_model.GetFocusedIndex() + 1);
       return 0;
+    case WM_GETOBJECT:
+      if (const LRESULT object = varion::AnswerCalendarGetObject(m_hWnd, wParam, lParam)) return object;
+      break;
     case WM_ACTIVATEAPP:
       Apply(m_model.OnActivateApp(wParam != 0), POINT{});
       break;

@@ -5,6 +5,7 @@
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
+#include <oleacc.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -556,6 +557,97 @@ TEST_F(CalendarWin, SizesItselfFromItsFont) {
   const double ratio = static_cast<double>(large.cy) / small.cy;
   EXPECT_GT(ratio, 1.3);
   EXPECT_LT(ratio, 1.8);
+}
+
+// Accessibility, read the way a screen reader reads it: through oleacc and win events.
+struct WinEvent {
+  DWORD event;
+  HWND window;
+  LONG object, child;
+};
+std::vector<WinEvent> g_events;
+
+void CALLBACK RecordWinEvent(HWINEVENTHOOK, DWORD event, HWND window, LONG object, LONG child, DWORD, DWORD) {
+  g_events.push_back({event, window, object, child});
+}
+
+std::string FromBstr(BSTR text) {
+  std::string s = text ? varion::text::WideToCp1250(std::wstring(text, SysStringLen(text))) : std::string();
+  SysFreeString(text);
+  return s;
+}
+
+TEST_F(CalendarWin, ReadersGetTheTitleTheSpokenDayAndADayPerCell) {
+  const HRESULT com = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+  using FromWindowFn = HRESULT(WINAPI*)(HWND, DWORD, REFIID, void**);
+  HMODULE oleacc = LoadLibraryW(L"oleacc.dll");
+  ASSERT_NE(oleacc, nullptr);
+  const auto fromWindow =
+      reinterpret_cast<FromWindowFn>(reinterpret_cast<void*>(GetProcAddress(oleacc, "AccessibleObjectFromWindow")));
+  ASSERT_NE(fromWindow, nullptr);
+  IAccessible* acc = nullptr;
+  ASSERT_EQ(fromWindow(m_hwnd, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible), reinterpret_cast<void**>(&acc)),
+            S_OK);
+  ASSERT_NE(acc, nullptr);
+  VARIANT self{};
+  self.vt = VT_I4;
+  self.lVal = CHILDID_SELF;
+  BSTR text = nullptr;
+  ASSERT_EQ(acc->get_accName(self, &text), S_OK);
+  EXPECT_EQ(FromBstr(text), "Grudzień 2024");
+  ASSERT_EQ(acc->get_accValue(self, &text), S_OK);
+  EXPECT_EQ(FromBstr(text), "wtorek, 31 grudnia 2024");
+  LONG children = 0;
+  EXPECT_EQ(acc->get_accChildCount(&children), S_OK);
+  EXPECT_EQ(children, 42);
+  VARIANT role{};
+  EXPECT_EQ(acc->get_accRole(self, &role), S_OK);
+  EXPECT_EQ(role.lVal, ROLE_SYSTEM_TABLE);
+
+  struct Case {
+    int y, m, d;
+    const char* name;
+    const char* description;
+  } days[] = {
+      {2024, 12, 25, "środa, 25 grudnia 2024", "Boże Narodzenie (1. dzień)"},
+      {2025, 1, 5, "niedziela, 5 stycznia 2025", ""},
+      {2024, 11, 25, "poniedziałek, 25 listopada 2024", ""},
+  };
+  for (const Case& c : days) {
+    SCOPED_TRACE(c.name);
+    VARIANT child{};
+    child.vt = VT_I4;
+    child.lVal = IndexOf(c.y, c.m, c.d) + 1;
+    ASSERT_GT(child.lVal, 0);
+    ASSERT_EQ(acc->get_accName(child, &text), S_OK);
+    EXPECT_EQ(FromBstr(text), c.name);
+    acc->get_accDescription(child, &text);
+    EXPECT_EQ(FromBstr(text), c.description);
+    EXPECT_EQ(acc->get_accRole(child, &role), S_OK);
+    EXPECT_EQ(role.lVal, ROLE_SYSTEM_CELL);
+  }
+
+  // Moving the focus raises a focus event on the new day and a value change on the calendar.
+  HWINEVENTHOOK hook = SetWinEventHook(EVENT_OBJECT_FOCUS, EVENT_OBJECT_VALUECHANGE, nullptr, RecordWinEvent, 0, 0,
+                                       WINEVENT_OUTOFCONTEXT);
+  ASSERT_NE(hook, nullptr);
+  PumpMessages();  // earlier events out of the way
+  g_events.clear();
+  Key(VK_LEFT);
+  PumpMessages(20);
+  UnhookWinEvent(hook);
+  std::vector<std::pair<DWORD, LONG>> seen;
+  for (const WinEvent& e : g_events)
+    if (e.window == m_hwnd && e.object == OBJID_CLIENT) seen.emplace_back(e.event, e.child);
+  const LONG moved = IndexOf(2024, 12, 30) + 1;
+  EXPECT_EQ(seen, (std::vector<std::pair<DWORD, LONG>>{{EVENT_OBJECT_FOCUS, moved},
+                                                       {EVENT_OBJECT_VALUECHANGE, CHILDID_SELF}}));
+  ASSERT_EQ(acc->get_accValue(self, &text), S_OK);
+  EXPECT_EQ(FromBstr(text), "poniedziałek, 30 grudnia 2024");
+  DestroyWindow(m_parent.release());
+  EXPECT_NE(acc->get_accName(self, &text), S_OK) << "nothing to read once the window is gone";
+  acc->Release();
+  if (SUCCEEDED(com)) CoUninitialize();
 }
 
 }  // namespace
