@@ -35,6 +35,7 @@ constexpr COLORREF kHolidayBack = RGB(255, 234, 234);
 constexpr COLORREF kWeekendText = RGB(176, 32, 32);
 constexpr COLORREF kTodayFrame = RGB(200, 0, 0);
 constexpr COLORREF kUnavailableBack = RGB(236, 236, 236);
+constexpr COLORREF kInactiveSelection = RGB(204, 228, 247);
 constexpr COLORREF kNavigationKey = RGB(255, 0, 255);  // the bitmap's transparent colour
 
 // Day names of the header row, Monday first: COleDateTime's day numbers.
@@ -432,8 +433,10 @@ void CVelCalendar::PaintCell(HDC dc, const CalendarCell& cell) {
     text = GetSysColor(COLOR_GRAYTEXT);
   }
   if (f & CalendarCell::kFocused) {
-    back = GetSysColor(hasFocus || m_model.IsDroppedDown() ? COLOR_HIGHLIGHT : COLOR_BTNFACE);
-    text = GetSysColor(hasFocus || m_model.IsDroppedDown() ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT);
+    // The selection stays visible without the focus, in a pale tone of the highlight.
+    const bool active = hasFocus || m_model.IsDroppedDown();
+    back = active ? GetSysColor(COLOR_HIGHLIGHT) : kInactiveSelection;
+    text = active ? GetSysColor(COLOR_HIGHLIGHTTEXT) : GetSysColor(COLOR_WINDOWTEXT);
   }
   if (f & CalendarCell::kPressed) back = GetSysColor(COLOR_BTNSHADOW);
   Fill(dc, r, back);
