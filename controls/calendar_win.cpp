@@ -322,7 +322,15 @@ void CVelCalendar::Paste() {
     }
   }
   const std::wstring wide = varion::text::Cp1250ToWide(text);
-  if (!OnSetText(reinterpret_cast<LPARAM>(wide.c_str()))) MessageBeep(MB_OK);
+  if (!OnSetText(reinterpret_cast<LPARAM>(wide.c_str()))) {
+    MessageBeep(MB_OK);
+    return;
+  }
+  // A paste is the user's choice of a day, told as a key's would be.
+  CalAction a;
+  a.Notify(varion::kCalNotifySelect, m_model.GetFocusedDate());
+  a.Notify(varion::kCalNotifySelChange, m_model.GetFocusedDate());
+  Apply(a, POINT{});
 }
 
 void CVelCalendar::HookMouse(bool on) {

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -222,6 +223,45 @@ TEST_F(CalendarWin, KeysMoveTheFocusAndTellTheParentWithTheDay) {
       EXPECT_EQ(Ymd(n.end), c.shown);
     }
   }
+}
+
+TEST_F(CalendarWin, CtrlCCopiesTheDayAndCtrlVTakesOnlyADay) {
+  auto ctrlKey = [&](WPARAM key) {
+    BYTE state[256] = {};
+    GetKeyboardState(state);
+    state[VK_CONTROL] = 0x80;
+    SetKeyboardState(state);
+    Key(key);
+    state[VK_CONTROL] = 0;
+    SetKeyboardState(state);
+    PumpMessages(10);  // copy and paste are posted
+  };
+  auto putText = [](const char* text) {
+    varion::ClipboardOpen clipboard(nullptr);
+    ASSERT_TRUE(clipboard);
+    EmptyClipboard();
+    HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, std::strlen(text) + 1);
+    std::memcpy(GlobalLock(memory), text, std::strlen(text) + 1);
+    GlobalUnlock(memory);
+    SetClipboardData(CF_TEXT, memory);
+  };
+  ctrlKey('C');
+  {
+    varion::ClipboardOpen clipboard(nullptr);
+    ASSERT_TRUE(clipboard);
+    HANDLE data = GetClipboardData(CF_TEXT);
+    ASSERT_NE(data, nullptr);
+    EXPECT_STREQ(static_cast<const char*>(GlobalLock(data)), "2024-12-31");
+    GlobalUnlock(data);
+  }
+  putText("2026x03");
+  ctrlKey('V');
+  EXPECT_EQ(Text(), "2024-12-31");
+  EXPECT_TRUE(g_notices.empty());
+  putText("15.08.2025");
+  ctrlKey('V');
+  EXPECT_EQ(Text(), "2025-08-15");
+  EXPECT_EQ(Codes(), (std::vector<int>{-746, -749}));
 }
 
 TEST_F(CalendarWin, RangeRefusesKeysAndClicksOutsideIt) {
