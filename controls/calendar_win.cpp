@@ -4,7 +4,6 @@
 #include <windowsx.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 
 #include "base/library_module_win.h"
@@ -372,7 +371,6 @@ void CVelCalendar::Paint(HDC dc, const RECT& clip) {
   PaintHeader(dc);
   {
     varion::SelectedObject font(dc, m_font);
-    SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
     for (int column = 0; column < 7; ++column) {
       RECT r = ToRect(m_layout.Cell(column));
       r.top = m_layout.dayNames.top;

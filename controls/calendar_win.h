@@ -90,5 +90,4 @@ class VARION_API CVelCalendar : public varion::Window {
   varion::unique_hook m_mouseHook;
   HWND m_owner = nullptr;
   COleDateTime m_announced = COleDateTime::Null();  // the focused day readers were last told of
-  int m_hotCell = -1;
 };
