@@ -250,6 +250,12 @@ TEST_F(DateEditWin, FrameButtonsTakeTheirWidthAndAnswerHitTests) {
     const POINT p = ButtonCentre(b);
     EXPECT_EQ(SendMessageW(m_hwnd, WM_NCHITTEST, 0, MAKELPARAM(p.x, p.y)), HTBORDER);
   }
+  // Entering a button starts the hover polling (timer 1); a timer that exists can be killed.
+  EXPECT_TRUE(KillTimer(m_hwnd, CVelDateEdit::kHoverTimer));
+  RECT window;
+  GetWindowRect(m_hwnd, &window);
+  EXPECT_EQ(SendMessageW(m_hwnd, WM_NCHITTEST, 0, MAKELPARAM(window.left + 5, window.top + 5)), HTCLIENT)
+      << "the text area stays the edit's";
   RECT calendar = m_edit->ButtonRect(CVelDateEdit::kCalendarButton), copy = m_edit->ButtonRect(CVelDateEdit::kCopyButton);
   EXPECT_EQ(copy.right, calendar.left) << "the copy button sits left of the calendar button";
   EXPECT_EQ(calendar.right - calendar.left, GetSystemMetrics(10));
