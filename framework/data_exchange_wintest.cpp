@@ -11,6 +11,7 @@
 #include "framework/error_informator_win.h"
 #include "framework/framework_wintest.h"
 #include "framework/hook_supp_win.h"
+#include "controls/date_edit_win.h"
 #include "controls/vel_controls_win.h"
 #include "tests/win_support.h"
 
@@ -185,14 +186,15 @@ TEST_F(ExchangeTest, AmountsShowInTheUsersFormAndParseWithTheSystemParser) {
 }
 
 TEST_F(ExchangeTest, DatesLoadAsYearMonthDayAndAnEmptyEditIsNull) {
-  DLX_Text(Dx(), IDC_X_DATE, DateTime(2024, 2, 29));
-  EXPECT_EQ(GetTextA(Item(IDC_X_DATE)), "2024-02-29");
-  DLX_Text(Dx(), IDC_X_DATE, DateTime(2024, 2, 29, 13, 45, 10).Value());
-  EXPECT_EQ(GetTextA(Item(IDC_X_DATE)), "2024-02-29 13:45:10");
-  DLX_TextDateDDMMYYYY(Dx(), IDC_X_DATE, Variant(DateTime(2024, 3, 1)));
-  EXPECT_EQ(GetTextA(Item(IDC_X_DATE)), "01.03.2024");
-  DLX_TextDateDDMMYYYY(Dx(), IDC_X_DATE, Variant::MakeNull());
-  EXPECT_EQ(GetTextA(Item(IDC_X_DATE)), "");
+  // A plain edit holds whatever the exchange writes and reads it back through the system's parser.
+  DLX_Text(Dx(), IDC_X_EDIT, DateTime(2024, 2, 29));
+  EXPECT_EQ(GetTextA(Item(IDC_X_EDIT)), "2024-02-29");
+  DLX_Text(Dx(), IDC_X_EDIT, DateTime(2024, 2, 29, 13, 45, 10).Value());
+  EXPECT_EQ(GetTextA(Item(IDC_X_EDIT)), "2024-02-29 13:45:10");
+  DLX_TextDateDDMMYYYY(Dx(), IDC_X_EDIT, Variant(DateTime(2024, 3, 1)));
+  EXPECT_EQ(GetTextA(Item(IDC_X_EDIT)), "01.03.2024");
+  DLX_TextDateDDMMYYYY(Dx(), IDC_X_EDIT, Variant::MakeNull());
+  EXPECT_EQ(GetTextA(Item(IDC_X_EDIT)), "");
 
   struct Case {
     const char* typed;
@@ -209,11 +211,11 @@ TEST_F(ExchangeTest, DatesLoadAsYearMonthDayAndAnEmptyEditIsNull) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.typed);
     m_errors.RemoveAll();
-    Type(IDC_X_DATE, c.typed);
+    Type(IDC_X_EDIT, c.typed);
     COleDateTime d;
-    DSX_Text(Dx(), IDC_X_DATE, d);
+    DSX_Text(Dx(), IDC_X_EDIT, d);
     double serial = 123.0;
-    DSX_Text(Dx(), IDC_X_DATE, serial);
+    DSX_Text(Dx(), IDC_X_EDIT, serial);
     EXPECT_EQ(d.GetStatus(), c.expected.GetStatus());
     if (c.expected.IsValid()) {
       EXPECT_EQ(d, c.expected);
@@ -226,6 +228,42 @@ TEST_F(ExchangeTest, DatesLoadAsYearMonthDayAndAnEmptyEditIsNull) {
       EXPECT_EQ(m_errors[0].message, "Proszę wprowadzić datę.");
     }
   }
+}
+
+TEST_F(ExchangeTest, DateFieldRoundTripsTheDayThroughTheExchange) {
+  // The template's "vel_dateedit" is the segmented field: it shows the day in its pattern and
+  // answers the exchange with the canonical text, so what is loaded is what is saved.
+  ASSERT_NE(CVelDateEdit::FromHandle(Item(IDC_X_DATE)), nullptr);
+  struct Case {
+    const char* what;
+    DateTime loaded;
+    DateTime saved;
+  } cases[] = {
+      {"a leap day", DateTime(2024, 2, 29), DateTime(2024, 2, 29)},
+      {"a time of day is not the field's", DateTime(2024, 2, 29, 13, 45, 10), DateTime(2024, 2, 29)},
+      {"the last day of the range", DateTime(2100, 12, 31), DateTime(2100, 12, 31)},
+      {"null empties it", DateTime::Null(), DateTime::Null()},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    m_errors.RemoveAll();
+    DLX_Text(Dx(), IDC_X_DATE, c.loaded);
+    COleDateTime d = DateTime(1999, 1, 1);
+    DSX_Text(Dx(), IDC_X_DATE, d);
+    EXPECT_EQ(d.GetStatus(), c.saved.GetStatus());
+    if (c.saved.IsValid()) {
+      EXPECT_EQ(d, c.saved);
+    }
+    EXPECT_EQ(m_errors.GetCount(), 0u);
+  }
+  DLX_TextDateDDMMYYYY(Dx(), IDC_X_DATE, Variant(DateTime(2024, 3, 1)));
+  EXPECT_EQ(GetTextA(Item(IDC_X_DATE)), "2024-03-01");
+  // A text that is no day never reaches the field, so the exchange still reads the last day.
+  Type(IDC_X_DATE, "jutro");
+  COleDateTime d;
+  DSX_Text(Dx(), IDC_X_DATE, d);
+  EXPECT_EQ(d, DateTime(2024, 3, 1));
+  EXPECT_EQ(m_errors.GetCount(), 0u);
 }
 
 TEST_F(ExchangeTest, VariantsTakeTheRequestedType) {

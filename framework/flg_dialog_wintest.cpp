@@ -191,15 +191,19 @@ TEST_F(DialogTest, OkWithErrorsShowsThemAllMarksTheControlsAndFocusesTheFirst) {
   ASSERT_TRUE(d.Create(nullptr));
   d.Type(IDC_F_NAME, "   ");
   d.Type(IDC_F_LIMIT, "dużo");
+  // The date field refuses a text that is no day and keeps its own, so it raises no error.
+  const std::string dateBefore = GetTextA(d.Item(IDC_F_DATE));
   d.Type(IDC_F_DATE, "2024-02-30x");
+  EXPECT_EQ(GetTextA(d.Item(IDC_F_DATE)), dateBefore);
   SendMessageW(d.Item(IDC_F_BRANCH), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
   SetFocus(d.Item(IDC_F_NOTE));
   d.Click(IDOK);
   PumpMessages(20);
   ASSERT_TRUE(IsWindow(d.m_hWnd));  // errors keep the dialog open
   EXPECT_EQ(Messages(d), (std::vector<std::string>{"Proszę wprowadzić wartość.", "Proszę wprowadzić kwotę.",
-                                                   "Proszę wprowadzić datę.", "Proszę wybrać element."}));
-  for (int id : {IDC_F_NAME, IDC_F_LIMIT, IDC_F_DATE, IDC_F_BRANCH}) {
+                                                   "Proszę wybrać element."}));
+  EXPECT_FALSE(CVelControlBase::FromHandle(d.Item(IDC_F_DATE))->IsFaulty());
+  for (int id : {IDC_F_NAME, IDC_F_LIMIT, IDC_F_BRANCH}) {
     SCOPED_TRACE(id);
     auto* control = CVelControlBase::FromHandle(d.Item(id));
     ASSERT_NE(control, nullptr);

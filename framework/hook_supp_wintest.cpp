@@ -10,6 +10,8 @@
 #include "base/text.h"
 #include "framework/hook_supp_win.h"
 #include "base/library_module_win.h"
+#include "controls/calendar_win.h"
+#include "controls/date_edit_win.h"
 #include "controls/private_messages.h"
 #include "controls/vel_controls_win.h"
 #include "diagnostics/failure_boundary_win.h"
@@ -106,6 +108,24 @@ TEST_F(HookTest, EachNameGetsItsObjectAndOtherClassesPassUnchanged) {
   SetFocus(edit.get());
   for (wchar_t ch : std::wstring(L"12\u0105")) SendMessageW(edit.get(), WM_CHAR, ch, 1);
   EXPECT_EQ(testing::GetTextA(edit.get()), "12ą");
+}
+
+TEST_F(HookTest, DateFieldsAndCalendarsGetTheirOwnObjects) {
+  // A template's date field is the segmented field, its calendar the library's own, which
+  // takes the size its font asks for and answers the month-calendar messages.
+  unique_hwnd date = Create(m_parent.get(), L"vel_dateedit");
+  ASSERT_NE(CVelDateEdit::FromHandle(date.get()), nullptr);
+  EXPECT_TRUE(SetWindowTextA(date.get(), "2025-12-24"));
+  EXPECT_EQ(testing::GetTextA(date.get()), "2025-12-24");
+  EXPECT_FALSE(SetWindowTextA(date.get(), "Wigilia"));
+
+  unique_hwnd calendar = Create(m_parent.get(), L"vel_calendar", 0);
+  CVelCalendar* object = CVelCalendar::FromHandle(calendar.get());
+  ASSERT_NE(object, nullptr);
+  SYSTEMTIME st{};
+  EXPECT_TRUE(SendMessageW(calendar.get(), MCM_GETCURSEL, 0, reinterpret_cast<LPARAM>(&st)));
+  EXPECT_TRUE(SetWindowTextA(calendar.get(), "2025-12-24"));
+  EXPECT_EQ(testing::GetTextA(calendar.get()), "2025-12-24");
 }
 
 int g_dispatches = 0;
