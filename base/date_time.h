@@ -19,7 +19,9 @@ struct DateParts {
 
 class VARION_API DateTime {
  public:
-  static constexpr double kMin = -657434.0;              // 0100-01-01 00:00:00
+  // 0100-01-01 23:59:59: before the epoch the time of day counts away from zero, so the first
+  // day's times lie below its midnight serial -657434.
+  static constexpr double kMin = -657434.99999;
   static constexpr double kMax = 2958465.99999;          // 9999-12-31 23:59:59 (and a little)
   static constexpr double kHalfSecond = 5.787037037037037e-6;
 

@@ -24,6 +24,7 @@ TEST(DateTime, KnownSerialsAndTheirParts) {
       {-1.25, 1899, 12, 29, 6, 0, 0, 6, 363},
       {-0.5, 1899, 12, 30, 12, 0, 0, 7, 364},  // -0.x belongs to the epoch day
       {-657434.0, 100, 1, 1, 0, 0, 0, 6, 1},
+      {-657434.5, 100, 1, 1, 12, 0, 0, 6, 1},  // the first day keeps its times below its midnight
       {2958465.0 + 86399.0 / 86400, 9999, 12, 31, 23, 59, 59, 6, 365},
       {36526.999999, 2000, 1, 2, 0, 0, 0, 1, 2},  // rounds to the next midnight
   };
