@@ -540,7 +540,15 @@ TEST_F(ExchangeTest, EmailAndTaxNumberChecksLeaveEmptyFieldsToTheRequiredCheck) 
       {DV_PoprawnyNIP, "1234563218", nullptr},
       {DV_PoprawnyNIP, "PL 1234563218", nullptr},
       {DV_PoprawnyNIP, "1234563219", "Nieprawidłowy NIP"},
-      {DV_PoprawnyNIP, "123-456-32-18", "Nieprawidłowy NIP"},  // the check digit needs the bare ten digits
+      {DV_PoprawnyNIP, "123-456-32-18", nullptr},  // separators as users type them
+      {DV_PoprawnyNIP, "526-025-02-74", nullptr},
+      {DV_PoprawnyNIP, "526-02-50-274", nullptr},
+      {DV_PoprawnyNIP, "PL 5260250274", nullptr},
+      {DV_PoprawnyNIP, "pl-526-025-02-74", nullptr},
+      {DV_PoprawnyNIP, "526-025-02-75", "Nieprawidłowy NIP"},
+      {DV_PoprawnyNIP, "DE 5260250274", "Nieprawidłowy NIP"},  // the Polish check digit says nothing of it
+      {DV_PoprawnyNIP, "526 025 02 74", "Nieprawidłowy NIP"},  // blanks inside are not a shape the parser takes
+      {DV_PoprawnyNIP, "52602502740", "Nieprawidłowy NIP"},
       {DV_PoprawnyNIP, "  ", nullptr},
   };
   for (const auto& c : cases) {
