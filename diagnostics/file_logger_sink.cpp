@@ -1,7 +1,5 @@
 #include "diagnostics/file_logger_sink.h"
 
-#include <condition_variable>
-#include <cstdint>
 #include <cwctype>
 #include <filesystem>
 #include <fstream>
@@ -70,59 +68,38 @@ std::filesystem::path FilePath(std::string_view directory, std::string_view name
 namespace detail {
 
 // One log file of the process: its stream behind one lock. Every entry is handed to the operating
-// system before Append returns, and a line is always written whole. Threads that log at the same
-// time share a write: while one thread writes, the lines of the others gather, and the next of
-// them writes all of them at once (each caller still returns only once its own line is written).
+// system before Append returns, in one write of the whole line, so a line written just before a
+// crash, a kill or a deliberate process stop is in the file.
 class LogFile {
  public:
   explicit LogFile(std::filesystem::path path) : m_path(std::move(path)) {
-    // No buffer in the stream: each write goes straight to the system.
+    // No buffer in the stream: each write goes straight to the system, and always ends at a
+    // line end because a line is written in one piece.
     m_stream.rdbuf()->pubsetbuf(nullptr, 0);
   }
 
   void Append(tagFramLogLevel level, std::string_view text) {
     const std::string_view name = LevelName(level);
-    std::unique_lock<std::mutex> lock(m_mutex);
-    m_pending.append(1, '[').append(name).append("] ").append(text).append(1, '\n');
-    const std::uint64_t ticket = ++m_queued;
-    while (m_written < ticket) {
-      if (m_writing) {
-        m_done.wait(lock);
-        continue;
-      }
-      // This thread writes everything gathered so far, its own line included, outside the lock.
-      m_writing = true;
-      std::swap(m_pending, m_batch);
-      const std::uint64_t upTo = m_queued;
-      lock.unlock();
-      WriteBatch();
-      lock.lock();
-      m_written = upTo;
-      m_writing = false;
-      m_done.notify_all();
+    std::lock_guard<std::mutex> lock(m_mutex);
+    m_line.clear();
+    m_line.append(1, '[').append(name).append("] ").append(text).append(1, '\n');
+    if (!WriteLine()) {
+      // The file went away under us (a removed directory, a vanished share): open it again,
+      // making the directories, and try once more; a second failure loses this line only.
+      m_stream.close();
+      m_stream.clear();
+      WriteLine();
     }
+    // A rare huge line does not keep its memory for the rest of the process.
+    if (m_line.capacity() > kKeptLineCapacity) std::string().swap(m_line);
   }
 
  private:
-  static constexpr std::size_t kKeptCapacity = 64 * 1024;
+  static constexpr std::size_t kKeptLineCapacity = 64 * 1024;
 
-  // Only the writing thread touches the stream and the batch.
-  void WriteBatch() {
-    if (!WriteOnce()) {
-      // The file went away under us (a removed directory, a vanished share): open it again,
-      // making the directories, and try once more; a second failure loses these lines only.
-      m_stream.close();
-      m_stream.clear();
-      WriteOnce();
-    }
-    m_batch.clear();
-    // A rare huge line does not keep its memory for the rest of the process.
-    if (m_batch.capacity() > kKeptCapacity) std::string().swap(m_batch);
-  }
-
-  bool WriteOnce() {
+  bool WriteLine() {
     if (!EnsureOpen()) return false;
-    m_stream.write(m_batch.data(), static_cast<std::streamsize>(m_batch.size()));
+    m_stream.write(m_line.data(), static_cast<std::streamsize>(m_line.size()));
     if (m_stream) return true;
     m_stream.clear();
     return false;
@@ -147,13 +124,8 @@ class LogFile {
 
   const std::filesystem::path m_path;
   std::mutex m_mutex;
-  std::condition_variable m_done;
-  std::string m_pending;           // lines waiting for the next write (under the lock)
-  std::uint64_t m_queued = 0;      // lines appended so far
-  std::uint64_t m_written = 0;     // lines handed to the system so far
-  bool m_writing = false;          // a thread is writing a batch
-  std::ofstream m_stream;          // the writing thread's alone
-  std::string m_batch;             // the writing thread's alone
+  std::ofstream m_stream;
+  std::string m_line;
 };
 
 }  // namespace detail
