@@ -21,8 +21,10 @@ linux: deps build/linux/CMakeCache.txt
 mingw: deps build/mingw/CMakeCache.txt
 	cmake --build build/mingw -j$(JOBS)
 
+# The fuzz targets are built and each run for a few seconds first, so that none rots unseen; the
+# closing summary of the test programs stays the last line.
 test: linux mingw
-	@bash scripts/run-tests
+	@status=0; bash scripts/fuzz 5 || status=1; bash scripts/run-tests || status=1; exit $$status
 
 test-native: linux
 	@bash scripts/run-tests native

@@ -1,5 +1,6 @@
 #include "controls/validators.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <string_view>
@@ -10,7 +11,6 @@ namespace {
 
 using varion::CompilePattern;
 using varion::MatchWhole;
-using varion::TryMatchWhole;
 using varion::Regex;
 
 std::string_view View(const char* text) { return text ? std::string_view(text) : std::string_view(); }
@@ -50,14 +50,46 @@ constexpr std::array<bool, 256> MakeAlnumTable() {
 
 constexpr std::array<bool, 256> kAlnum = MakeAlnumTable();
 
-// Rewrites the digits of a CN code found in the text; false when the text holds none.
+// As ECMAScript's ".", which refuses exactly the line terminators; of those only line feed and
+// carriage return exist in a single-byte text (Boost's own "." would also refuse a form feed and
+// the byte 0x85, which in code page 1250 is the ellipsis).
+bool IsLineTerminator(char c) { return c == '\n' || c == '\r'; }
+
+bool IsWordChar(char c) {
+  return IsAsciiDigit(c) || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
+}
+
+// Rewrites the digits of a CN code found in the text; false when the text holds none. The rule of
+// "\D*(\d\W*\d\W*\d\W*\d(\W*\d\W*\d){0,2}).*" matched against the whole text, written out
+// so that it takes linear time and never gives up on a long text: the code starts at the first
+// digit, its digits are separated only by non-word characters, it takes four digits and then up
+// to two more pairs, and what follows it holds no line terminator.
 bool ReformatCn(std::string& text) {
-  static const Regex kFind = CompilePattern(R"(\D*(\d\W*\d\W*\d\W*\d(\W*\d\W*\d){0,2}).*)");
-  varion::RegexMatch m;
-  if (!MatchWhole(kFind, text, m)) return false;
+  const std::string_view s = text;
+  std::size_t at = 0;
+  while (at < s.size() && !IsAsciiDigit(s[at])) ++at;
+  // The next digit after blanks and punctuation, or npos when a word character or the end comes first.
+  auto nextDigit = [&s](std::size_t from) {
+    while (from < s.size() && !IsWordChar(s[from])) ++from;
+    return from < s.size() && IsAsciiDigit(s[from]) ? from : std::string_view::npos;
+  };
   std::string digits;
-  for (const char* p = m[1].first; p != m[1].second; ++p)
-    if (IsAsciiDigit(*p)) digits += *p;
+  std::size_t end = at;
+  for (int i = 0; i < 4; ++i) {
+    const std::size_t d = i == 0 ? (at < s.size() ? at : std::string_view::npos) : nextDigit(end);
+    if (d == std::string_view::npos) return false;
+    digits += s[d];
+    end = d + 1;
+  }
+  for (int pair = 0; pair < 2; ++pair) {
+    const std::size_t first = nextDigit(end);
+    const std::size_t second = first == std::string_view::npos ? first : nextDigit(first + 1);
+    if (second == std::string_view::npos) break;
+    digits += s[first];
+    digits += s[second];
+    end = second + 1;
+  }
+  if (std::any_of(s.begin() + static_cast<std::ptrdiff_t>(end), s.end(), IsLineTerminator)) return false;
   std::string out = digits.substr(0, 4);
   for (size_t i = 4; i < digits.size(); i += 2) {
     out += ' ';
@@ -134,20 +166,15 @@ bool PoprawnyNrEORI(const char* text) {
 }
 
 bool PoprawnyEmail(const char* text) {
-  static const Regex kEmail = CompilePattern(R"(.+[@].+[.].+)");
-  // Backtracking over the three runs grows with the square of the length on texts full of "@";
-  // addresses are at most a few hundred characters, so longer texts (and any the engine gives up
-  // on) are decided by the same rule written out: no line break, an "@" after the first
-  // character, then a "." with a character on each side of it.
-  constexpr size_t kPatternLimit = 4096;
-  std::string_view s = View(text);
-  if (s.size() <= kPatternLimit) {
-    if (auto matched = TryMatchWhole(kEmail, s)) return *matched;
-  }
-  if (s.find_first_of("\r\n") != std::string_view::npos) return false;
-  size_t at = s.find('@', 1);
+  // ".+[@].+[.].+" on the whole text, written out: it takes linear time whatever the text holds
+  // (the pattern's backtracking grows with the square of the length on texts full of "@"), and
+  // "." refuses exactly the line terminators, as in ECMAScript. No line terminator, an "@" after
+  // the first character, then a "." with a character on each side of it.
+  const std::string_view s = View(text);
+  if (std::any_of(s.begin(), s.end(), IsLineTerminator)) return false;
+  const size_t at = s.find('@', 1);
   if (at == std::string_view::npos || at + 2 >= s.size()) return false;
-  size_t dot = s.rfind('.', s.size() - 2);
+  const size_t dot = s.rfind('.', s.size() - 2);
   return dot != std::string_view::npos && dot >= at + 2;
 }
 

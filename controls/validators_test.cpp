@@ -184,6 +184,37 @@ TEST(Validators, FormatCnCode) {
   }
 }
 
+// "." of the e-mail and CN patterns refuses only line feed and carriage return, as ECMAScript's
+// does; a form feed, a vertical tab or the ellipsis of code page 1250 (0x85) is a character. The
+// answer is the same for a short text and for one padded past the length where a regex engine
+// would change its strategy.
+TEST(Validators, DotRefusesOnlyLineTerminators) {
+  struct Case {
+    const char* tail;
+    bool emailOk;       // "a@b.c" + tail
+    const char* cn;     // FormatujKodCN("8471 30" + tail)
+  } cases[] = {
+      {"", true, "8471 30"},          {"\f", true, "8471 30"},     {"\v", true, "8471 30"},
+      {"\t", true, "8471 30"},        {"\x85", true, "8471 30"},   {"x\x85\f y", true, "8471 30"},
+      {"\n", false, ""},             {"\r", false, ""},           {"\r\n", false, ""},
+      {"x\ny", false, ""},           {"\f\n", false, ""},
+  };
+  for (const Case& c : cases) {
+    for (std::size_t pad : {std::size_t{0}, std::size_t{5000}, std::size_t{1} << 16}) {
+      SCOPED_TRACE(::testing::Message() << "tail " << ::testing::PrintToString(std::string(c.tail)) << " pad " << pad);
+      const std::string blanks(pad, ' ');
+      EXPECT_EQ(PoprawnyEmail(("a@" + std::string(pad, 'b') + "b.c" + c.tail).c_str()), c.emailOk);
+      EXPECT_EQ(PoprawnyEmail(("a@b.c" + blanks + c.tail).c_str()), c.emailOk);
+      std::string cn = "8471 30" + blanks + c.tail;
+      FormatujKodCN(cn);
+      EXPECT_EQ(cn, c.cn);
+      cn = blanks + "\n8471\n30" + c.tail;  // terminators before the code and between its digits are fine
+      FormatujKodCN(cn);
+      EXPECT_EQ(cn, c.cn);
+    }
+  }
+}
+
 TEST(Validators, ParseNip) {
   struct ParseCase {
     const char* text;

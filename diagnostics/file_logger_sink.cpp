@@ -1,6 +1,5 @@
 #include "diagnostics/file_logger_sink.h"
 
-#include <chrono>
 #include <cwctype>
 #include <filesystem>
 #include <fstream>
@@ -36,9 +35,6 @@ namespace {
 
 namespace platform = varion::logplatform;
 
-constexpr std::size_t kFlushBytes = 16 * 1024;
-constexpr std::chrono::seconds kFlushAge{1};
-
 template <typename Char>
 bool IsSeparator(Char c) {
 #if defined(_WIN32)
@@ -71,39 +67,44 @@ std::filesystem::path FilePath(std::string_view directory, std::string_view name
 
 namespace detail {
 
-// One log file of the process: its stream and the lines waiting to be written, behind one lock.
+// One log file of the process: its stream behind one lock. Every entry is handed to the operating
+// system before Append returns, in one write of the whole line, so a line written just before a
+// crash, a kill or a deliberate process stop is in the file.
 class LogFile {
  public:
   explicit LogFile(std::filesystem::path path) : m_path(std::move(path)) {
-    // The stream writes what it is given at once: the waiting lines are this object's own
-    // buffer, so a write always ends at a line end.
+    // No buffer in the stream: each write goes straight to the system, and always ends at a
+    // line end because a line is written in one piece.
     m_stream.rdbuf()->pubsetbuf(nullptr, 0);
-  }
-  ~LogFile() {
-    try {
-      Flush();
-    } catch (...) {
-    }
   }
 
   void Append(tagFramLogLevel level, std::string_view text) {
     const std::string_view name = LevelName(level);
     std::lock_guard<std::mutex> lock(m_mutex);
-    if (!EnsureOpen()) return;
-    const auto now = std::chrono::steady_clock::now();
-    if (m_pending.empty()) m_oldestPending = now;
-    m_pending.append(1, '[').append(name).append("] ").append(text).append(1, '\n');
-    if (level >= FramLogWarning || m_pending.size() >= kFlushBytes || now - m_oldestPending >= kFlushAge) WritePending();
-  }
-
-  void Flush() {
-    std::lock_guard<std::mutex> lock(m_mutex);
-    if (m_pending.empty()) return;
-    if (EnsureOpen()) WritePending();
-    else m_pending.clear();
+    m_line.clear();
+    m_line.append(1, '[').append(name).append("] ").append(text).append(1, '\n');
+    if (!WriteLine()) {
+      // The file went away under us (a removed directory, a vanished share): open it again,
+      // making the directories, and try once more; a second failure loses this line only.
+      m_stream.close();
+      m_stream.clear();
+      WriteLine();
+    }
+    // A rare huge line does not keep its memory for the rest of the process.
+    if (m_line.capacity() > kKeptLineCapacity) std::string().swap(m_line);
   }
 
  private:
+  static constexpr std::size_t kKeptLineCapacity = 64 * 1024;
+
+  bool WriteLine() {
+    if (!EnsureOpen()) return false;
+    m_stream.write(m_line.data(), static_cast<std::streamsize>(m_line.size()));
+    if (m_stream) return true;
+    m_stream.clear();
+    return false;
+  }
+
   bool EnsureOpen() {
     if (m_stream.is_open()) return true;
     m_stream.clear();
@@ -121,19 +122,10 @@ class LogFile {
     return true;
   }
 
-  void WritePending() {
-    if (m_pending.empty()) return;
-    m_stream.write(m_pending.data(), static_cast<std::streamsize>(m_pending.size()));
-    // A full disk or a vanished share loses these lines; the next entries try again.
-    if (!m_stream) m_stream.clear();
-    m_pending.clear();
-  }
-
   const std::filesystem::path m_path;
   std::mutex m_mutex;
   std::ofstream m_stream;
-  std::string m_pending;
-  std::chrono::steady_clock::time_point m_oldestPending;
+  std::string m_line;
 };
 
 }  // namespace detail
@@ -178,15 +170,10 @@ FileLoggerSink::FileLoggerSink(std::string_view directory, std::string_view name
   m_file = SharedLogFile(path);
 }
 
-FileLoggerSink::~FileLoggerSink() {
-  try {
-    m_file->Flush();
-  } catch (...) {
-  }
-}
+FileLoggerSink::~FileLoggerSink() = default;
 
 void FileLoggerSink::Write(tagFramLogLevel level, std::string_view text) { m_file->Append(level, text); }
 
-void FileLoggerSink::Flush() { m_file->Flush(); }
+void FileLoggerSink::Flush() {}
 
 }  // namespace SimpleLog

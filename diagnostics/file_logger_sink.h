@@ -24,11 +24,10 @@ namespace detail {
 class LogFile;
 }
 
-// Entries are held in memory and written out in whole lines, never a part of one: at once for a
-// warning or an error (with everything before it), otherwise when 16 KB are waiting or the oldest
-// waiting line is a second old at the next entry, on Flush, and when the sink is destroyed. A
-// file that cannot be opened or written drops the entries; the stream's error state is cleared and
-// the next entry tries again. A missing directory is created.
+// Every entry is handed to the operating system before Write returns, as one whole line: nothing
+// waits in memory, so an entry followed by a crash or a kill is in the file. A file that cannot be
+// opened or written drops the entry; the stream's error state is cleared and the file is opened
+// again for the next entry (or at once, for one more try). A missing directory is created.
 // Sinks of one process that name the same file share one stream, so their lines never overwrite
 // or split each other (appending through two streams of one process is not safe on Windows).
 class VARION_API FileLoggerSink final : public ILoggerSink {
@@ -41,7 +40,7 @@ class VARION_API FileLoggerSink final : public ILoggerSink {
   FileLoggerSink& operator=(const FileLoggerSink&) = delete;
 
   void Write(tagFramLogLevel level, std::string_view text) override;
-  // Writes out the entries held in memory.
+  // Nothing is held in memory; kept for hosts that call it.
   void Flush();
   // The file's path, code page 1250.
   const std::string& Path() const { return m_path; }

@@ -8,6 +8,12 @@
 #include <regex>
 #include <thread>
 
+#if !defined(_WIN32)
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
 #include "diagnostics/log_factories.h"
 #include "diagnostics/log_platform.h"
 #include "tests/log_test_support.h"
@@ -74,7 +80,6 @@ TEST(FileLoggerSinkTest, OneLinePerEntryWithTheLevelInBracketsAppendedToWhatIsTh
   { std::ofstream(NativePath(path)) << "earlier line\n"; }
   FileLoggerSink sink(dir.Path(), "Księga.log");
   for (int level : {0, 1, -1, 4}) sink.Write(static_cast<tagFramLogLevel>(level), "Zażółć gęślą jaźń");
-  // A warning or an error reaches the file at once, with every line before it.
   sink.Write(FramLogWarning, "w");
   sink.Write(FramLogError, "e");
   const std::vector<std::string> expected = {"earlier line",       "[DEBUG] Zażółć gęślą jaźń", "[INFO] Zażółć gęślą jaźń",
@@ -83,9 +88,36 @@ TEST(FileLoggerSinkTest, OneLinePerEntryWithTheLevelInBracketsAppendedToWhatIsTh
   EXPECT_EQ(ReadLines(path), expected);
 }
 
+// Every entry is in the file when Write returns, whatever its level, while the sink lives on; and
+// it stays there when the process is killed at once, with no destructor or flush to run.
+TEST(FileLoggerSinkTest, EveryEntryIsInTheFileWhenWriteReturns) {
+  for (int level : {0, 1, 2, 3, 7}) {
+    SCOPED_TRACE(level);
+    TempDir dir;
+    FileLoggerSink sink(dir.Path(), "a.log");
+    sink.Write(static_cast<tagFramLogLevel>(level), "jeden");
+    sink.Write(static_cast<tagFramLogLevel>(level), "dwa");
+    const std::string name(LevelName(static_cast<tagFramLogLevel>(level)));
+    EXPECT_EQ(ReadLines(sink.Path()), (std::vector<std::string>{"[" + name + "] jeden", "[" + name + "] dwa"}));
+#if !defined(_WIN32)
+    const pid_t child = fork();
+    ASSERT_NE(child, -1);
+    if (child == 0) {
+      FileLoggerSink inChild(dir.Path(), "a.log");
+      inChild.Write(static_cast<tagFramLogLevel>(level), "przed zabiciem");
+      raise(SIGKILL);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
+    EXPECT_EQ(ReadLines(sink.Path()).back(), "[" + name + "] przed zabiciem");
+#endif
+  }
+}
+
 TEST(FileLoggerSinkTest, LongAndMultiLineMessagesAreWrittenWhole) {
   TempDir dir;
-  std::string huge(3 * 1024 * 1024, 'x');
+  std::string huge(10 * 1024 * 1024, 'x');
   for (std::size_t i = 0; i < huge.size(); i += 997) huge[i] = static_cast<char>('a' + i % 26);
   {
     FileLoggerSink sink(dir.Path(), "a.log");

@@ -13,6 +13,7 @@ std::string Field::ToString() const {
   return out.append(name).append(1, '=').append(value);
 }
 
+#if defined(__cpp_lib_source_location)
 Field SourceLocation(const std::source_location& where) {
   // The file's own name is enough to find it and keeps build folders out of the log.
   std::string_view file = where.file_name();
@@ -22,6 +23,7 @@ Field SourceLocation(const std::source_location& where) {
   if (*where.function_name()) value.append(1, ' ').append(where.function_name());
   return Field{"source_location", std::move(value)};
 }
+#endif
 
 std::string WithFields(std::string_view text, std::initializer_list<Field> fields) {
   std::string out(text);

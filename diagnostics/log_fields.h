@@ -2,9 +2,12 @@
 #pragma once
 
 #include <initializer_list>
-#include <source_location>
 #include <string>
 #include <string_view>
+#include <version>
+#if defined(__cpp_lib_source_location)
+#include <source_location>
+#endif
 
 #include "base/export.h"
 
@@ -17,8 +20,11 @@ struct VARION_API Field {
   std::string ToString() const;  // "name=value"
 };
 
-// Where the entry was made: "source_location=<file name>:<line> <function>".
+#if defined(__cpp_lib_source_location)
+// Where the entry was made: "source_location=<file name>:<line> <function>". Left out where the
+// standard library has no source_location (clang 14 with GCC 12's library, the fuzz build).
 VARION_API Field SourceLocation(const std::source_location& where = std::source_location::current());
+#endif
 
 // The text followed by each field, every one after a blank.
 VARION_API std::string WithFields(std::string_view text, std::initializer_list<Field> fields);

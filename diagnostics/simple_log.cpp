@@ -12,9 +12,10 @@ class AssembledLogger final : public ISimpleLogger {
       : m_sink(std::move(sink)), m_toggle(std::move(toggle)), m_formatter(std::move(formatter)) {}
 
   void Write(tagFramLogLevel level, std::string_view text) const override {
-    // The toggle comes first: a logger that is off must not pay for formatting.
-    if (!m_toggle->IsEnabled()) return;
     try {
+      // The toggle comes first: a logger that is off must not pay for formatting. A toggle that
+      // throws (one supplied by the host) counts as off.
+      if (!m_toggle->IsEnabled()) return;
       if (m_formatter) {
         m_sink->Write(level, m_formatter->ApplyExtraFormatting(text));
       } else {

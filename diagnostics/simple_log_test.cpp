@@ -67,6 +67,13 @@ TEST(SimpleLogAssembly, ToggleDecidesBeforeAnyFormattingAndNothingReachesTheCall
   auto on = std::make_shared<AlwaysOnLoggerToggle>();
   EXPECT_NO_THROW(Custom::CreateLogger(nullptr, on, nullptr).Write(FramLogError, "x"));
   EXPECT_NO_THROW(Custom::CreateLogger(std::make_shared<ThrowingSink>(), on, nullptr).Write(FramLogError, "x"));
+  // A host's toggle that throws counts as off: nothing written, nothing thrown.
+  struct ThrowingToggle : ILoggerToggle {
+    bool IsEnabled() const override { throw std::runtime_error("registry gone"); }
+  };
+  SimpleLoggerWrapper throwing = Custom::CreateLogger(sink, std::make_shared<ThrowingToggle>(), nullptr);
+  EXPECT_NO_THROW(throwing.Write(FramLogError, "toggle throws"));
+  EXPECT_TRUE(sink->Entries().empty());
 }
 
 TEST(SimpleLogWrapper, MovesAndUnwrapsItsOneLogger) {

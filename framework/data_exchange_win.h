@@ -119,7 +119,10 @@ VARION_API void DSX_Check(CFlgDataExchange& dx, int ctrlId, unsigned char& value
 VARION_API void DSX_Check(CFlgDataExchange& dx, int ctrlId, short& value);
 VARION_API void DSX_Check(CFlgDataExchange& dx, int ctrlId, int& value);
 VARION_API void DSX_Check(CFlgDataExchange& dx, int ctrlId, long& value);
-VARION_API void DSX_Check(CFlgDataExchange& dx, int ctrlId, _variant_t& value);
+// The variant overloads save into a variant of the given type (VT_I4 by default; VT_I2, VT_UI1
+// and the other integer types hold the same number, VT_I8, VT_R8, VT_BOOL, VT_CY and VT_BSTR
+// convert it), as DSX_Text does.
+VARION_API void DSX_Check(CFlgDataExchange& dx, int ctrlId, _variant_t& value, VARTYPE type = VT_I4);
 
 // Radio groups -----------------------------------------------------------------------------------
 
@@ -133,7 +136,7 @@ VARION_API void DLX_Radio(CFlgDataExchange& dx, int ctrlId, const _variant_t& va
 VARION_API void DSX_Radio(CFlgDataExchange& dx, int ctrlId, unsigned char& value);
 VARION_API void DSX_Radio(CFlgDataExchange& dx, int ctrlId, int& value);
 VARION_API void DSX_Radio(CFlgDataExchange& dx, int ctrlId, long& value);
-VARION_API void DSX_Radio(CFlgDataExchange& dx, int ctrlId, _variant_t& value);
+VARION_API void DSX_Radio(CFlgDataExchange& dx, int ctrlId, _variant_t& value, VARTYPE type = VT_I4);
 // Two buttons for a yes/no value: the first stands for true, the second for false.
 VARION_API void DLX_Radio(CFlgDataExchange& dx, int trueCtrlId, int falseCtrlId, bool value);
 VARION_API void DSX_Radio(CFlgDataExchange& dx, int trueCtrlId, int falseCtrlId, bool& value);
@@ -145,7 +148,7 @@ VARION_API void DSX_Radio(CFlgDataExchange& dx, int trueCtrlId, int falseCtrlId,
 VARION_API void DLX_CBIdent(CFlgDataExchange& dx, int ctrlId, long ident);
 VARION_API void DLX_CBIdent(CFlgDataExchange& dx, int ctrlId, const _variant_t& ident);
 VARION_API void DSX_CBIdent(CFlgDataExchange& dx, int ctrlId, long& ident);
-VARION_API void DSX_CBIdent(CFlgDataExchange& dx, int ctrlId, _variant_t& ident);
+VARION_API void DSX_CBIdent(CFlgDataExchange& dx, int ctrlId, _variant_t& ident, VARTYPE type = VT_I4);
 VARION_API void DLX_CBIndex(CFlgDataExchange& dx, int ctrlId, int index);
 VARION_API void DSX_CBIndex(CFlgDataExchange& dx, int ctrlId, int& index);
 // The first item that begins with the text (the whole list is searched); without one, no
@@ -162,7 +165,7 @@ VARION_API void DSX_CBStringSelected(CFlgDataExchange& dx, int ctrlId, std::stri
 VARION_API void DLX_LBIdent(CFlgDataExchange& dx, int ctrlId, long ident);
 VARION_API void DLX_LBIdent(CFlgDataExchange& dx, int ctrlId, const _variant_t& ident);
 VARION_API void DSX_LBIdent(CFlgDataExchange& dx, int ctrlId, long& ident);
-VARION_API void DSX_LBIdent(CFlgDataExchange& dx, int ctrlId, _variant_t& ident);
+VARION_API void DSX_LBIdent(CFlgDataExchange& dx, int ctrlId, _variant_t& ident, VARTYPE type = VT_I4);
 VARION_API void DLX_LBIndex(CFlgDataExchange& dx, int ctrlId, int index);
 VARION_API void DSX_LBIndex(CFlgDataExchange& dx, int ctrlId, int& index);
 VARION_API void DLX_LBString(CFlgDataExchange& dx, int ctrlId, const std::string& text);

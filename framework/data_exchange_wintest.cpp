@@ -204,7 +204,8 @@ TEST_F(ExchangeTest, DatesLoadAsYearMonthDayAndAnEmptyEditIsNull) {
       {"2024-02-29", DateTime(2024, 2, 29), false},
       {"2024-02-29 13:45:10", DateTime(2024, 2, 29, 13, 45, 10), false},
       {"", DateTime::Null(), false},
-      {"   ", DateTime::Null(), false},
+      {"   ", DateTime::Invalid(), true},  // only an empty text is null; blanks go to the parser
+      {" \t ", DateTime::Invalid(), true},
       {"jutro", DateTime::Invalid(), true},
       {"10000-01-01", DateTime::Invalid(), true},
   };
@@ -287,6 +288,9 @@ TEST_F(ExchangeTest, VariantsTakeTheRequestedType) {
       {"x", VT_R8, Variant(), "Proszę wprowadzić liczbę."},
       {"1 000,25", VT_CY, Variant(Amount::FromRaw(10002500)), nullptr},
       {"2024-01-31", VT_DATE, Variant(DateTime(2024, 1, 31)), nullptr},
+      {"   ", VT_DATE, Variant(), "Proszę wprowadzić datę."},
+      {"", VT_DATE, Variant::MakeNull(), nullptr},
+      {"   ", VT_I4, Variant::MakeNull(), nullptr},
       {"1", VT_BOOL, Variant(true), nullptr},
       {"", VT_I4, Variant::MakeNull(), nullptr},
       {"", VT_BSTR, Variant(""), nullptr},
@@ -326,9 +330,16 @@ TEST_F(ExchangeTest, CheckBoxesTakeStatesZeroOneTwoAndUncheckForAnythingElse) {
   }
   DLX_Check(Dx(), IDC_X_CHECK3, Variant::MakeNull());
   EXPECT_EQ(SendMessageW(Item(IDC_X_CHECK3), BM_GETCHECK, 0, 0), BST_INDETERMINATE);
-  Variant v(std::int32_t{9});
-  DSX_Check(Dx(), IDC_X_CHECK3, v);
-  EXPECT_TRUE(v.IsNull());
+  // Every state is saved as it is, into a variant as into an integer; 2 loads back as indeterminate.
+  for (const auto& c : cases) {
+    SCOPED_TRACE(::testing::Message() << "variant " << c.id << " " << c.value);
+    DLX_Check(Dx(), c.id, Variant(static_cast<std::int32_t>(c.value)));
+    Variant v = Variant::MakeNull();
+    DSX_Check(Dx(), c.id, v);
+    EXPECT_EQ(v, Variant(static_cast<std::int32_t>(c.state)));
+    DLX_Check(Dx(), c.id, v);
+    EXPECT_EQ(SendMessageW(Item(c.id), BM_GETCHECK, 0, 0), c.state);
+  }
   DLX_Check(Dx(), IDC_X_CHECK, Variant::MakeNull());
   EXPECT_EQ(SendMessageW(Item(IDC_X_CHECK), BM_GETCHECK, 0, 0), BST_UNCHECKED);
   DLX_Check(Dx(), IDC_X_CHECK, true);
@@ -435,6 +446,45 @@ TEST_F(ExchangeTest, ListBoxesFollowTheComboRules) {
   EXPECT_EQ(s, "");
 }
 
+// The variant save overloads of check boxes, radio groups, combos and lists give the saved number
+// the variant type asked for, as DSX_Text does.
+TEST_F(ExchangeTest, VariantSavesCarryTheRequestedType) {
+  Fill(Item(IDC_X_DROPLIST), CB_ADDSTRING, CB_SETITEMDATA, {{L"a", 10}, {L"b", 30}});
+  Fill(Item(IDC_X_LIST), LB_ADDSTRING, LB_SETITEMDATA, {{L"a", 1}, {L"b", 2}});
+  DLX_Check(Dx(), IDC_X_CHECK3, 2L);
+  DLX_Radio(Dx(), IDC_X_RADIO1, 1);
+  DLX_CBIdent(Dx(), IDC_X_DROPLIST, 30L);
+  DLX_LBIdent(Dx(), IDC_X_LIST, 2L);
+  struct Saver {
+    void (*save)(CFlgDataExchange&, int, _variant_t&, VARTYPE);
+    int id;
+    std::int32_t n;
+  } const savers[] = {{DSX_Check, IDC_X_CHECK3, 2}, {DSX_Radio, IDC_X_RADIO1, 1}, {DSX_CBIdent, IDC_X_DROPLIST, 30},
+                      {DSX_LBIdent, IDC_X_LIST, 2}};
+  struct Case {
+    VARTYPE type;
+    Variant (*expected)(std::int32_t n);
+  } const cases[] = {
+      {VT_I4, [](std::int32_t n) { return Variant(n); }},
+      {VT_I2, [](std::int32_t n) { return Variant(n); }},
+      {VT_I8, [](std::int32_t n) { return Variant(std::int64_t{n}); }},
+      {VT_R8, [](std::int32_t n) { return Variant(double(n)); }},
+      {VT_BOOL, [](std::int32_t n) { return Variant(n != 0); }},
+      {VT_CY, [](std::int32_t n) { return Variant(Amount::FromUnits(n)); }},
+      {VT_BSTR, [](std::int32_t n) { return Variant(std::to_string(n)); }},
+  };
+  for (const Saver& s : savers) {
+    for (const Case& c : cases) {
+      SCOPED_TRACE(::testing::Message() << "control " << s.id << " vt=" << c.type);
+      Variant v = Variant::MakeNull();
+      s.save(Dx(), s.id, v, c.type);
+      EXPECT_EQ(v, c.expected(s.n));
+      EXPECT_EQ(v.GetType(), c.expected(s.n).GetType());
+    }
+  }
+  EXPECT_EQ(m_errors.GetCount(), 0u);
+}
+
 TEST_F(ExchangeTest, CheckListGivesTheIdentsOrPositionsOfCheckedItems) {
   HWND lv = Item(IDC_X_CHECKLIST);
   SendMessageW(lv, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_CHECKBOXES, LVS_EX_CHECKBOXES);
@@ -462,6 +512,18 @@ TEST_F(ExchangeTest, CheckListGivesTheIdentsOrPositionsOfCheckedItems) {
   DSX_CLBIndex(Dx(), IDC_X_CHECKLIST, indexes);
   EXPECT_EQ(idents, (CDWordArray{100, 120, 130}));
   EXPECT_EQ(indexes, (CDWordArray{0, 2, 3}));
+  EXPECT_EQ(m_errors.GetCount(), 0u);
+
+  // A plain list box has no check marks: an error for it, and the arrays keep what they held,
+  // so a save never reads as "nothing checked".
+  Fill(Item(IDC_X_LIST), LB_ADDSTRING, LB_SETITEMDATA, {{L"alfa", 1}, {L"beta", 2}});
+  SendMessageW(Item(IDC_X_LIST), LB_SETCURSEL, 1, 0);
+  DSX_CLBIdent(Dx(), IDC_X_LIST, idents);
+  DSX_CLBIndex(Dx(), IDC_X_LIST, indexes);
+  EXPECT_EQ(idents, (CDWordArray{100, 120, 130}));
+  EXPECT_EQ(indexes, (CDWordArray{0, 2, 3}));
+  EXPECT_EQ(Messages(), (std::vector<std::string>{"Ta lista nie ma pól wyboru.", "Ta lista nie ma pól wyboru."}));
+  for (const auto& e : m_errors) EXPECT_EQ(e.ctrlId, static_cast<std::uint32_t>(IDC_X_LIST));
 }
 
 TEST_F(ExchangeTest, ScrollBarsSlidersAndPickersKeepTheirPositions) {
@@ -578,7 +640,15 @@ TEST_F(ExchangeTest, EmailAndTaxNumberChecksLeaveEmptyFieldsToTheRequiredCheck) 
       {DV_PoprawnyNIP, "1234563218", nullptr},
       {DV_PoprawnyNIP, "PL 1234563218", nullptr},
       {DV_PoprawnyNIP, "1234563219", "Nieprawidłowy NIP"},
-      {DV_PoprawnyNIP, "123-456-32-18", "Nieprawidłowy NIP"},  // the check digit needs the bare ten digits
+      {DV_PoprawnyNIP, "123-456-32-18", nullptr},  // separators as users type them
+      {DV_PoprawnyNIP, "526-025-02-74", nullptr},
+      {DV_PoprawnyNIP, "526-02-50-274", nullptr},
+      {DV_PoprawnyNIP, "PL 5260250274", nullptr},
+      {DV_PoprawnyNIP, "pl-526-025-02-74", nullptr},
+      {DV_PoprawnyNIP, "526-025-02-75", "Nieprawidłowy NIP"},
+      {DV_PoprawnyNIP, "DE 5260250274", "Nieprawidłowy NIP"},  // the Polish check digit says nothing of it
+      {DV_PoprawnyNIP, "526 025 02 74", "Nieprawidłowy NIP"},  // blanks inside are not a shape the parser takes
+      {DV_PoprawnyNIP, "52602502740", "Nieprawidłowy NIP"},
       {DV_PoprawnyNIP, "  ", nullptr},
   };
   for (const auto& c : cases) {

@@ -110,7 +110,13 @@ void DV_PoprawnyEmail(CFlgDataExchange& dx, int id) {
   if (!text.empty() && !PoprawnyEmail(text.c_str())) dx.AddError(U(id), msg::kBadEmail);
 }
 
+// Users type a NIP with its usual separators ("526-025-02-74", "PL 5260250274"): the digits the
+// parser finds behind an optional Polish prefix are checked, with the check digit. A foreign
+// prefix is refused, as the Polish check digit says nothing about it.
 void DV_PoprawnyNIP(CFlgDataExchange& dx, int id) {
   const std::string text = TrimBlanks(ReadText(dx, id));
-  if (!text.empty() && !PoprawnyNIP(text.c_str(), true)) dx.AddError(U(id), msg::kBadNip);
+  if (text.empty()) return;
+  const std::optional<NipDivided> nip = ParsujNip(text.c_str());
+  if (!nip || nip->CzyPrefiksZagraniczny() || !NipChecksumOk(nip->PodajNumerBezZnakowSpecjalnych().c_str()))
+    dx.AddError(U(id), msg::kBadNip);
 }

@@ -164,6 +164,20 @@ void SetPicker(HWND h, const DateTime& d) {
   }
 }
 
+// A saved state, radio number or identifier as a variant of the type the caller asked for.
+Variant TypedInteger(std::int64_t n, VARTYPE type) {
+  switch (type) {
+    case VT_I8:
+    case VT_UI8: return Variant(n);
+    case VT_R4:
+    case VT_R8: return Variant(static_cast<double>(n));
+    case VT_BOOL: return Variant(n != 0);
+    case VT_CY: return Variant(Amount::FromUnits(n, 0));
+    case VT_BSTR: return Variant(std::to_string(n));
+    default: return Variant(static_cast<std::int32_t>(n));
+  }
+}
+
 // Null for an unchecked picker; nothing without a control.
 std::optional<DateTime> GetPicker(HWND h) {
   if (!h) return std::nullopt;
@@ -204,15 +218,12 @@ void DSX_Check(CFlgDataExchange& dx, int id, short& v) { SaveCheck(dx, id, v); }
 void DSX_Check(CFlgDataExchange& dx, int id, int& v) { SaveCheck(dx, id, v); }
 void DSX_Check(CFlgDataExchange& dx, int id, long& v) { SaveCheck(dx, id, v); }
 
-void DSX_Check(CFlgDataExchange& dx, int id, _variant_t& v) {
+void DSX_Check(CFlgDataExchange& dx, int id, _variant_t& v, VARTYPE type) {
   HWND h = Control(dx, id);
   if (!h) return;
-  const int state = static_cast<int>(SendMessageW(h, BM_GETCHECK, 0, 0));
-  // A three-state box in between stands for a value that is not known: null, as it loads.
-  if (state == BST_INDETERMINATE && IsThreeState(h))
-    v = Variant::MakeNull();
-  else
-    v = Variant(static_cast<std::int32_t>(state));
+  // The state 0, 1 or 2 as it is: an indeterminate box saves 2 (a NOT NULL column takes it, and
+  // it loads back as indeterminate), never null.
+  v = TypedInteger(SendMessageW(h, BM_GETCHECK, 0, 0), type);
 }
 
 // Radio groups -----------------------------------------------------------------------------------------------
@@ -238,9 +249,9 @@ void DSX_Radio(CFlgDataExchange& dx, int id, long& v) {
   const int i = SaveRadio(dx, id);
   if (i >= 0) v = i;
 }
-void DSX_Radio(CFlgDataExchange& dx, int id, _variant_t& v) {
+void DSX_Radio(CFlgDataExchange& dx, int id, _variant_t& v, VARTYPE type) {
   const int i = SaveRadio(dx, id);
-  if (i >= 0) v = Variant(static_cast<std::int32_t>(i));
+  if (i >= 0) v = TypedInteger(i, type);
 }
 
 void DLX_Radio(CFlgDataExchange& dx, int trueId, int falseId, bool value) {
@@ -277,11 +288,11 @@ void LoadIdent(const ListMessages& m, CFlgDataExchange& dx, int id, const Varian
 void SaveIdent(const ListMessages& m, CFlgDataExchange& dx, int id, long& ident) {
   if (HWND h = Control(dx, id)) SelectedIdent(m, h, ident);
 }
-void SaveIdent(const ListMessages& m, CFlgDataExchange& dx, int id, Variant& ident) {
+void SaveIdent(const ListMessages& m, CFlgDataExchange& dx, int id, Variant& ident, VARTYPE type) {
   HWND h = Control(dx, id);
   if (!h) return;
   long v = 0;
-  ident = SelectedIdent(m, h, v) ? Variant(static_cast<std::int32_t>(v)) : Variant::MakeNull();
+  ident = SelectedIdent(m, h, v) ? TypedInteger(v, type) : Variant::MakeNull();
 }
 void LoadIndex(const ListMessages& m, CFlgDataExchange& dx, int id, int index) {
   if (HWND h = Control(dx, id)) SendMessageW(h, m.setCurSel, static_cast<WPARAM>(index), 0);
@@ -302,7 +313,9 @@ void SaveSelectedText(const ListMessages& m, CFlgDataExchange& dx, int id, std::
 void DLX_CBIdent(CFlgDataExchange& dx, int id, long ident) { LoadIdent(kCombo, dx, id, ident); }
 void DLX_CBIdent(CFlgDataExchange& dx, int id, const _variant_t& ident) { LoadIdent(kCombo, dx, id, ident); }
 void DSX_CBIdent(CFlgDataExchange& dx, int id, long& ident) { SaveIdent(kCombo, dx, id, ident); }
-void DSX_CBIdent(CFlgDataExchange& dx, int id, _variant_t& ident) { SaveIdent(kCombo, dx, id, ident); }
+void DSX_CBIdent(CFlgDataExchange& dx, int id, _variant_t& ident, VARTYPE type) {
+  SaveIdent(kCombo, dx, id, ident, type);
+}
 void DLX_CBIndex(CFlgDataExchange& dx, int id, int index) { LoadIndex(kCombo, dx, id, index); }
 void DSX_CBIndex(CFlgDataExchange& dx, int id, int& index) { SaveIndex(kCombo, dx, id, index); }
 void DLX_CBString(CFlgDataExchange& dx, int id, const std::string& text) { LoadText(kCombo, dx, id, text, false); }
@@ -315,7 +328,9 @@ void DSX_CBStringSelected(CFlgDataExchange& dx, int id, std::string& text) { Sav
 void DLX_LBIdent(CFlgDataExchange& dx, int id, long ident) { LoadIdent(kList, dx, id, ident); }
 void DLX_LBIdent(CFlgDataExchange& dx, int id, const _variant_t& ident) { LoadIdent(kList, dx, id, ident); }
 void DSX_LBIdent(CFlgDataExchange& dx, int id, long& ident) { SaveIdent(kList, dx, id, ident); }
-void DSX_LBIdent(CFlgDataExchange& dx, int id, _variant_t& ident) { SaveIdent(kList, dx, id, ident); }
+void DSX_LBIdent(CFlgDataExchange& dx, int id, _variant_t& ident, VARTYPE type) {
+  SaveIdent(kList, dx, id, ident, type);
+}
 void DLX_LBIndex(CFlgDataExchange& dx, int id, int index) { LoadIndex(kList, dx, id, index); }
 void DSX_LBIndex(CFlgDataExchange& dx, int id, int& index) { SaveIndex(kList, dx, id, index); }
 void DLX_LBString(CFlgDataExchange& dx, int id, const std::string& text) { LoadText(kList, dx, id, text, false); }
@@ -326,10 +341,21 @@ void DSX_LBStringExact(CFlgDataExchange& dx, int id, std::string& text) { SaveSe
 // Check list boxes -------------------------------------------------------------------------------------------------
 
 namespace {
+// A check list is a list view with check boxes. A plain list box keeps no check marks, so saving
+// from one records an error and leaves the array as it was, instead of an empty array that would
+// be stored as "nothing checked".
+constexpr char kNotACheckList[] = "Ta lista nie ma pól wyboru.";
+
 void CheckedItems(CFlgDataExchange& dx, int id, CDWordArray& out, bool idents) {
-  out.clear();
   HWND h = Control(dx, id);
   if (!h) return;
+  wchar_t windowClass[32] = {};
+  GetClassNameW(h, windowClass, static_cast<int>(std::size(windowClass)));
+  if (lstrcmpiW(windowClass, WC_LISTVIEWW) != 0) {
+    dx.AddError(U(id), kNotACheckList);
+    return;
+  }
+  out.clear();
   const int count = static_cast<int>(SendMessageW(h, LVM_GETITEMCOUNT, 0, 0));
   for (int i = 0; i < count; ++i) {
     const UINT state =

@@ -89,7 +89,7 @@ void DSX_Radio(CFlgDataExchange& dx, int id, RecordsetW rs, const char* f) {
 namespace {
 
 using LoadIdentFn = void (*)(CFlgDataExchange&, int, const _variant_t&);
-using SaveIdentFn = void (*)(CFlgDataExchange&, int, _variant_t&);
+using SaveIdentFn = void (*)(CFlgDataExchange&, int, _variant_t&, VARTYPE);
 using LoadIndexFn = void (*)(CFlgDataExchange&, int, int);
 using SaveIndexFn = void (*)(CFlgDataExchange&, int, int&);
 using LoadTextFn = void (*)(CFlgDataExchange&, int, const std::string&);
@@ -103,7 +103,7 @@ void LoadTextField(LoadTextFn load, CFlgDataExchange& dx, int id, const Exchange
   load(dx, id, TextOf(f.Value()));
 }
 void SaveIdentField(SaveIdentFn save, CFlgDataExchange& dx, int id, ExchangeField& f) {
-  SaveInto(dx, f, [&](Variant& v) { save(dx, id, v); });
+  SaveInto(dx, f, [&](Variant& v) { save(dx, id, v, VT_I4); });
 }
 void SaveIndexField(SaveIndexFn save, CFlgDataExchange& dx, int id, ExchangeField& f) {
   SaveInto(dx, f, [&](Variant& v) {

@@ -139,10 +139,11 @@ Amount ReadAmount(CFlgDataExchange& dx, int ctrlId) {
   return value;
 }
 
-// Empty (or blank) gives null; a refused text records the failure and gives an invalid date.
+// Only an empty text gives null; anything else, blanks included, goes to the parser, and a
+// refused text records the failure and gives an invalid date.
 DateTime ReadDate(CFlgDataExchange& dx, int ctrlId) {
   const std::string text = ReadText(dx, ctrlId, kValueTextMax);
-  if (TrimBlanks(text).empty()) return DateTime::Null();
+  if (text.empty()) return DateTime::Null();
   DateTime value;
   if (!exchange::ParseDateText(text, value)) {
     dx.AddError(static_cast<std::uint32_t>(ctrlId), msg::kDate);
@@ -279,7 +280,8 @@ void DSX_Text(CFlgDataExchange& dx, int id, _variant_t& value, VARTYPE type) {
     value = Variant(text);
     return;
   }
-  if (TrimBlanks(text).empty()) {
+  // A date is null only for an empty text; blanks are a date the parser refuses.
+  if (type == VT_DATE ? text.empty() : TrimBlanks(text).empty()) {
     value = Variant::MakeNull();
     return;
   }

@@ -522,17 +522,12 @@ void CFlgDialog::SetReadOnly(bool readOnly) {
   if (IsWindow(m_hWnd)) SetCtrlsReadOnly(readOnly);
 }
 
+// Both ways, every control that is not left alone goes to OnSetCtrlsReadOnly, including one that
+// is already read-only or disabled: the hook decides, so a dialog that overrides it sees every
+// control. (The default hook only toggles ES_READONLY on edits, so an edit the template disabled
+// stays disabled.)
 void CFlgDialog::SetCtrlsReadOnly(bool readOnly) {
-  if (!IsWindow(m_hWnd)) return;
-  if (readOnly) {
-    SetReadOnlyIn(m_hWnd, true);
-    return;
-  }
-  // Back to editing: only what read-only mode changed, so controls the template disabled stay so.
-  std::vector<HWND> changed;
-  changed.swap(m_madeReadOnly);
-  for (HWND h : changed)
-    if (IsWindow(h)) OnSetCtrlsReadOnly(h, ClassNameOf(h), false);
+  if (IsWindow(m_hWnd)) SetReadOnlyIn(m_hWnd, readOnly);
 }
 
 void CFlgDialog::SetReadOnlyIn(HWND container, bool readOnly) {
@@ -545,11 +540,7 @@ void CFlgDialog::SetReadOnlyIn(HWND container, bool readOnly) {
     if (_stricmp(cls.c_str(), "Static") == 0 || cls == "vel_infoframe") continue;
     if (_stricmp(cls.c_str(), "Button") == 0 && CaptionWithoutAccelerator(h) == "Zamknij") continue;
     if (m_noDisable.count(static_cast<UINT>(GetDlgCtrlID(h)))) continue;
-    const bool edit = IsEditClass(cls);
-    const bool alreadyThere = edit ? (GetWindowLongW(h, GWL_STYLE) & ES_READONLY) != 0 : IsWindowEnabled(h) == FALSE;
-    if (alreadyThere) continue;
     OnSetCtrlsReadOnly(h, cls, readOnly);
-    m_madeReadOnly.push_back(h);
   }
 }
 

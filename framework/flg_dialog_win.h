@@ -274,7 +274,6 @@ class VARION_API CFlgDialog : public varion::Window, public varion::IFlgChildWin
   std::vector<CTRL_ID_TO_CMD> m_modifiedBy;
   bool m_readOnly = false;
   std::set<UINT> m_noDisable;
-  std::vector<HWND> m_madeReadOnly;
   int m_okResult = IDOK, m_cancelResult = IDCANCEL;
   bool m_noApplyOnOK = false, m_noSavePrompt = false, m_applyWithoutUpdate = false;
   int m_result = 0;

@@ -9,6 +9,8 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <set>
+#include <utility>
 
 #include "base/status.h"
 #include "base/text.h"
@@ -450,6 +452,39 @@ TEST_F(DialogTest, ReadOnlyMakesEditsReadOnlyDisablesTheRestAndSparesTheNamedCon
   for (int id : {IDC_F_NAME, IDC_F_NOTE}) EXPECT_FALSE(readOnly(id)) << id;
   for (int id : {IDC_F_BRANCH, IDC_F_CHECK, IDOK}) EXPECT_TRUE(enabled(id)) << id;
   EXPECT_FALSE(enabled(IDC_F_DISABLED));  // disabled by its template, and stays so
+}
+
+// Every control that is not left alone reaches OnSetCtrlsReadOnly, on opening and both ways,
+// including one that the template disabled or an earlier pass already made read-only.
+TEST_F(DialogTest, ReadOnlyHookSeesEveryOtherControlEachTime) {
+  struct Recording : FormDialog {
+    std::vector<std::pair<int, bool>> seen;
+    void OnSetCtrlsReadOnly(HWND control, const std::string& className, bool readOnly) override {
+      seen.emplace_back(GetDlgCtrlID(control), readOnly);
+      FormDialog::OnSetCtrlsReadOnly(control, className, readOnly);
+    }
+    std::vector<std::pair<int, bool>> Take() { return std::exchange(seen, {}); }
+  } d;
+  d.AddCtrlNoDisable(IDCANCEL);
+  ASSERT_TRUE(d.Create(nullptr));
+  auto ids = [](const std::vector<std::pair<int, bool>>& seen, bool readOnly) {
+    std::set<int> out;
+    for (const auto& [id, flag] : seen)
+      if (flag == readOnly) out.insert(id);
+    return out;
+  };
+  const std::vector<std::pair<int, bool>> opening = d.Take();
+  const std::set<int> controls = ids(opening, false);
+  EXPECT_EQ(opening.size(), controls.size());
+  for (int id : {IDC_F_NAME, IDC_F_NIP, IDC_F_BRANCH, IDC_F_NOTE, IDC_F_CHECK, IDC_F_DISABLED, IDOK}) EXPECT_TRUE(controls.count(id)) << id;
+  for (int id : {IDC_F_LABEL, IDC_F_INFO, IDC_F_CLOSE, IDCANCEL}) EXPECT_FALSE(controls.count(id)) << id;
+  for (bool readOnly : {true, true, false, false}) {
+    SCOPED_TRACE(readOnly);
+    d.SetReadOnly(readOnly);
+    const auto seen = d.Take();
+    EXPECT_EQ(seen.size(), controls.size());
+    EXPECT_EQ(ids(seen, readOnly), controls);
+  }
 }
 
 class PageDialog : public CFlgDialog {

@@ -462,8 +462,13 @@ Status32 MakeGroupByHelper(const CBaseCustGridCfg& cfg, const std::string& modul
       default: break;
     }
     if (!col.visible && col.dbFieldName.empty()) continue;
+    // A visible column without a field has nothing to group by: it is left out wherever it
+    // stands, so the list never holds an empty item (",," or a leading or trailing comma).
+    const std::string_view item =
+        col.kind == varion::kColKindAddress ? std::string_view("adr_Adres,adr_Miejscowosc") : col.dbFieldName;
+    if (item.empty()) continue;
     if (!out.empty()) out += ",";
-    out += col.kind == varion::kColKindAddress ? std::string("adr_Adres,adr_Miejscowosc") : col.dbFieldName;
+    out += item;
   }
   groupBy = std::move(out);
   return kOk;

@@ -472,6 +472,15 @@ TEST(MakeGroupByHelper, LeavesOutColumnsByKindAndModule) {
     ASSERT_EQ(MakeGroupByHelper(cfg, c.module, groupBy), kOk);
     EXPECT_EQ(groupBy, c.groupBy);
   }
+  // A visible column without a field is left out the same at the start, in the middle and at the end.
+  const CVelColInfo noField = column(0, "", true), a = column(0, "a", true), b = column(0, "b", true);
+  const std::vector<CVelColInfo> orders[] = {{noField, a, b}, {a, noField, b}, {a, b, noField}, {noField, a, noField, noField, b}};
+  for (const auto& order : orders) {
+    const CMapCustGridCfg withEmpty(nullptr, order.data(), static_cast<int>(order.size()), &main, 1);
+    std::string groupBy;
+    ASSERT_EQ(MakeGroupByHelper(withEmpty, "m", groupBy), kOk);
+    EXPECT_EQ(groupBy, "a,b");
+  }
   std::string untouched = "x";
   EXPECT_EQ(MakeGroupByHelper(CMapCustGridCfg(), "m", untouched), kFail);
   EXPECT_EQ(untouched, "x");

@@ -1,5 +1,7 @@
 #include "params/params_html_ctrl.h"
 
+#include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cstring>
 #include <string_view>
@@ -27,6 +29,52 @@ void Trim(std::string& s) {
   }
   s.erase(s.find_last_not_of(blanks) + 1);
   s.erase(0, first);
+}
+
+// The shown value is data (typed by a user, read from the database), so it is written as text:
+// exactly the four characters that could end the link or start markup are escaped.
+void AppendEscaped(std::string& html, const std::string& text) {
+  for (char c : text) {
+    switch (c) {
+      case '&': html += "&amp;"; break;
+      case '<': html += "&lt;"; break;
+      case '>': html += "&gt;"; break;
+      case '"': html += "&quot;"; break;
+      default: html += c;
+    }
+  }
+}
+
+bool IsAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+bool IsAsciiDigit(char c) { return c >= '0' && c <= '9'; }
+
+// The style values go into a STYLE element and a style attribute; only forms that cannot leave
+// them are taken. A colour is "#rrggbb" or a name of letters ("navy").
+bool IsColor(std::string_view c) {
+  if (c.size() == 7 && c[0] == '#')
+    return std::all_of(c.begin() + 1, c.end(), [](char h) { return std::isxdigit(static_cast<unsigned char>(h)) != 0; });
+  return !c.empty() && std::all_of(c.begin(), c.end(), IsAsciiLetter);
+}
+
+// A font list: "Tahoma", "Segoe UI, Arial, sans-serif".
+bool IsFontList(std::string_view f) {
+  return !f.empty() && std::all_of(f.begin(), f.end(), [](char c) {
+    return IsAsciiLetter(c) || IsAsciiDigit(c) || c == ' ' || c == ',' || c == '-';
+  });
+}
+
+// A font size: a number and a unit of letters, or a percentage ("9pt", "1.2em", "90%").
+bool IsFontSize(std::string_view s) {
+  std::size_t at = 0;
+  while (at < s.size() && IsAsciiDigit(s[at])) ++at;
+  if (at == 0) return false;
+  if (at < s.size() && s[at] == '.') {
+    const std::size_t fraction = ++at;
+    while (at < s.size() && IsAsciiDigit(s[at])) ++at;
+    if (at == fraction) return false;
+  }
+  const std::string_view unit = s.substr(at);
+  return unit == "%" || std::all_of(unit.begin(), unit.end(), IsAsciiLetter);
 }
 
 bool IsHome(const char* url) { return url && std::strcmp(url, CParamsHtmlCtrl::kHomeUrl) == 0; }
@@ -58,13 +106,13 @@ void CParamsHtmlCtrl::SetConnection(const varion::db::Connection& connection) {
 }
 
 void CParamsHtmlCtrl::SetColors(const std::string& defined, const std::string& undefined) {
-  m_definedColor = defined;
-  m_undefinedColor = undefined;
+  m_definedColor = IsColor(defined) ? defined : kDefaultDefinedColor;
+  m_undefinedColor = IsColor(undefined) ? undefined : kDefaultUndefinedColor;
 }
 
 void CParamsHtmlCtrl::SetFont(const std::string& family, const std::string& size) {
-  m_fontFamily = family;
-  m_fontSize = size;
+  m_fontFamily = IsFontList(family) ? family : kDefaultFontFamily;
+  m_fontSize = IsFontSize(size) ? size : kDefaultFontSize;
 }
 
 void CParamsHtmlCtrl::GenerateContentsHtml(const char* url, std::string& html) const {
@@ -95,7 +143,7 @@ void CParamsHtmlCtrl::GenerateContentsHtml(const char* url, std::string& html) c
       html += "\">";
       html += p.ValuePrefix;
       html += ' ';
-      html += ShownValue(p);
+      AppendEscaped(html, ShownValue(p));
       html += "</a>, \n";
     }
     if (html.size() == bodyStart) {
@@ -134,11 +182,13 @@ void CParamsHtmlCtrl::NavigateTo(const char* url) {
 }
 
 bool CParamsHtmlCtrl::OnBeforeNavigate2(const char* url) {
-  if (!url) return false;
+  // The page leads nowhere but to its own addresses: anything else (a web address, "javascript:",
+  // a file) is cancelled without being followed.
+  if (!url) return true;
   const std::string_view u(url);
   if (u.starts_with("params://")) return OnAppCmd(url);
   if (u.starts_with("std://") || u.starts_with("self://")) return OnParam(url);
-  return false;
+  return true;
 }
 
 bool CParamsHtmlCtrl::OnAppCmd(const char* url) {

@@ -5,8 +5,8 @@
 //
 // Links name parameters by position: "std://N" for a standard parameter, "self://N" (also
 // "self://N/") for the others; "params://home" is the page itself. The page is code page 1250
-// with its charset declared; labels and values are put in as they are, so they are plain text
-// written by the report, never markup.
+// with its charset declared. Labels and value prefixes are the report author's texts and go in as
+// they are (a label may carry <b>); the shown value is data and is escaped, so it is always text.
 #pragma once
 
 #include <string>
@@ -20,6 +20,11 @@
 class VARION_API CParamsHtmlCtrl {
  public:
   static constexpr const char* kHomeUrl = "params://home";
+  // Used in place of a colour, font list or size that is not one.
+  static constexpr const char* kDefaultDefinedColor = "#1F3F9F";
+  static constexpr const char* kDefaultUndefinedColor = "#B02020";
+  static constexpr const char* kDefaultFontFamily = "Tahoma";
+  static constexpr const char* kDefaultFontSize = "9pt";
 
   CParamsHtmlCtrl() = default;
   virtual ~CParamsHtmlCtrl() = default;
@@ -37,9 +42,11 @@ class VARION_API CParamsHtmlCtrl {
   void SetDialect(const varion::SqlDialect& dialect) { m_dialect = &dialect; }
   void SetDialogs(varion::params::IParamDialogs* dialogs) { m_dialogs = dialogs; }  // not owned
   void SetDialogOption(int option) { m_dialogOption = option; }
-  // CSS colours of links of parameters with a value and of empty ones.
+  // CSS colours of links of parameters with a value and of empty ones: "#rrggbb" or a colour name
+  // of letters; anything else gives the default.
   void SetColors(const std::string& defined, const std::string& undefined);
-  // CSS font family and size of the page ("Tahoma", "8pt").
+  // CSS font family and size of the page ("Tahoma", "8pt"). The family is a list of letters,
+  // digits, blanks, commas and hyphens, the size a number and a unit; anything else gives the default.
   void SetFont(const std::string& family, const std::string& size);
   void SetHighlight(bool highlight) { m_highlight = highlight; }
 
@@ -60,8 +67,8 @@ class VARION_API CParamsHtmlCtrl {
   void InitDescr() { NavigateTo(kHomeUrl); }
   const std::string& Contents() const { return m_contents; }
 
-  // A followed link. True when the view took it (its own page or a parameter link), so the
-  // browser must not navigate; false for any other address.
+  // A followed link. Always true, so the browser never navigates: the view takes its own page
+  // and parameter links, and cancels every other address.
   bool OnBeforeNavigate2(const char* url);
   // The view's own pages ("params://...").
   bool OnAppCmd(const char* url);
@@ -90,10 +97,10 @@ class VARION_API CParamsHtmlCtrl {
   const varion::SqlDialect* m_dialect = nullptr;
   varion::params::IParamDialogs* m_dialogs = nullptr;
   int m_dialogOption = 0;
-  std::string m_definedColor = "#1F3F9F";
-  std::string m_undefinedColor = "#B02020";
-  std::string m_fontFamily = "Tahoma";
-  std::string m_fontSize = "9pt";
+  std::string m_definedColor = kDefaultDefinedColor;
+  std::string m_undefinedColor = kDefaultUndefinedColor;
+  std::string m_fontFamily = kDefaultFontFamily;
+  std::string m_fontSize = kDefaultFontSize;
   bool m_highlight = false;
   std::string m_contents;
 };

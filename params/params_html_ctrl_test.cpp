@@ -137,9 +137,75 @@ TEST(ParamsPage, FollowedLinkOpensTheDialogOfTheTypeAfterTheAccessCheck) {
                 r.dialogOption == c.dialogOption && r.sortable == c.sortable && r.multiple == c.multiple);
   }
   CAccessControl::SetChecker(nullptr);
-  CParamsHtmlCtrl view;
-  EXPECT_FALSE(view.OnBeforeNavigate2("about:blank"));
-  EXPECT_FALSE(view.OnBeforeNavigate2("https://example.com/"));
+}
+
+TEST(ParamsPage, EveryOtherAddressIsCancelledAndOpensNothing) {
+  for (const char* url : {"about:blank", "https://example.com/", "javascript:alert(1)", "JAVASCRIPT:void(0)",
+                          "file:///etc/passwd", "", " std://0", "STD://0", "vbscript:x"}) {
+    SCOPED_TRACE(url);
+    Dialogs dialogs;
+    CParamsHtmlCtrl view;
+    view.SetDialogs(&dialogs);
+    view.GetParams().Add(ZestParams::ZestParamsString().SetLabel("P"));
+    view.InitDescr();
+    const std::string before = view.Contents();
+    EXPECT_TRUE(view.OnBeforeNavigate2(url));
+    EXPECT_TRUE(dialogs.opened.empty() && view.Contents() == before);
+  }
+  EXPECT_TRUE(CParamsHtmlCtrl().OnBeforeNavigate2(nullptr));
+}
+
+// The shown value is data and reads as text; the label and prefix are the report's own markup.
+TEST(ParamsPage, ShownValueEscapedLabelAndPrefixKept) {
+  struct Case {
+    const char* display;
+    const char* valueStr;
+    const char* link;  // the link as written
+  } cases[] = {
+      {"Żółw & Spółka", "", "Żółw &amp; Spółka"},
+      {"", "</a><A href=\"std://1\">x", "&lt;/a&gt;&lt;A href=&quot;std://1&quot;&gt;x"},
+      {"<script>alert('x')</script>", "", "&lt;script&gt;alert('x')&lt;/script&gt;"},
+      {"&amp; już", "", "&amp;amp; już"},
+      {"", "a\"b'c", "a&quot;b'c"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.link);
+    CParamsHtmlCtrl view;
+    view.GetParams().Add(Line("<b>Nazwa</b>", "<i>od</i>", c.display, c.valueStr, false));
+    std::string html, plain;
+    view.GenerateContentsHtml(CParamsHtmlCtrl::kHomeUrl, html);
+    EXPECT_NE(html.find(std::string("<b>Nazwa</b> <A class=\"Defined\" href=\"std://0\"><i>od</i> ") + c.link + "</a>\n"),
+              std::string::npos) << html;
+    view.GenerateContentsPlain(CParamsHtmlCtrl::kHomeUrl, plain);
+    EXPECT_EQ(plain, std::string("<b>Nazwa</b> <i>od</i> ") + (*c.display ? c.display : c.valueStr));
+  }
+}
+
+TEST(ParamsPage, StyleValuesThatAreNotColoursOrFontsGiveTheDefaults) {
+  struct Case {
+    const char* color;
+    const char* family;
+    const char* size;
+    bool taken;
+  } cases[] = {
+      {"#00ff7F", "Segoe UI, Arial, sans-serif", "8pt", true},
+      {"navy", "MS Sans Serif", "1.25em", true},
+      {"red}</STYLE><script>x()</script>", "Tahoma\";background:url(x)", "9pt;color:red", false},
+      {"#12345", "Arial;", "pt", false},
+      {"#1234567", "\"Arial\"", "9.pt", false},
+      {"", "", "", false},
+      {"rgb(1,2,3)", "Arial<", "10px\"", false},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.color);
+    CParamsHtmlCtrl view;
+    view.SetColors(c.color, c.color);
+    view.SetFont(c.family, c.size);
+    EXPECT_EQ(view.DefinedColor(), c.taken ? c.color : CParamsHtmlCtrl::kDefaultDefinedColor);
+    EXPECT_EQ(view.UndefinedColor(), c.taken ? c.color : CParamsHtmlCtrl::kDefaultUndefinedColor);
+    EXPECT_EQ(view.FontFamily(), c.taken ? c.family : CParamsHtmlCtrl::kDefaultFontFamily);
+    EXPECT_EQ(view.FontSize(), c.taken ? c.size : CParamsHtmlCtrl::kDefaultFontSize);
+  }
 }
 
 }  // namespace

@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/text.h"
@@ -44,7 +46,8 @@ const char kProbe[] = R"(<!DOCTYPE html><html><head><meta charset="utf-8"></head
 <script>
 document.getElementById('page').addEventListener('load', () => {
   const doc = document.getElementById('page').contentDocument;
-  const lines = ['charset|' + doc.characterSet, 'title|' + doc.title, 'text|' + doc.body.innerText.trim()];
+  const lines = ['charset|' + doc.characterSet, 'title|' + doc.title, 'text|' + doc.body.innerText.trim(),
+                 'tags|' + Array.from(doc.body.querySelectorAll('*'), e => e.tagName).join(',')];
   for (const a of doc.querySelectorAll('a'))
     lines.push(['link', a.className, a.getAttribute('href'), getComputedStyle(a).color, a.innerText.trim()].join('|'));
   document.getElementById('seen').textContent = lines.join('\n');
@@ -56,7 +59,22 @@ std::vector<std::string> SeenLines(const std::string& dom) {
   const std::size_t start = dom.find("<pre id=\"seen\">"), end = dom.find("</pre>", start);
   if (start == std::string::npos || end == std::string::npos) return lines;
   std::istringstream in(dom.substr(start + 15, end - start - 15));
-  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  // The dump serialises the probe's text, escaping what the page's values may hold.
+  for (std::string line; std::getline(in, line);) {
+    std::string text;
+    for (std::size_t at = 0; at < line.size();) {
+      bool replaced = false;
+      for (const auto& [escape, c] : {std::pair<std::string_view, char>{"&lt;", '<'}, {"&gt;", '>'}, {"&amp;", '&'}})
+        if (std::string_view(line).substr(at, escape.size()) == escape) {
+          text += c;
+          at += escape.size();
+          replaced = true;
+          break;
+        }
+      if (!replaced) text += line[at++];
+    }
+    lines.push_back(text);
+  }
   return lines;
 }
 
@@ -96,6 +114,7 @@ TEST(ParamsPageInBrowser, ShowsLabelsLinksColoursAndPolishLetters) {
       "charset|windows-1250",
       "title|Parametry zestawienia",
       "text|" + shown,
+      "tags|A,A,A,A,A",
       "link|Defined|std://0|rgb(31, 63, 159)|bieżący miesiąc",
       "link|Defined|std://1|rgb(31, 63, 159)|Sklep Łódź Piotrkowska",
       "link|Undefined|self://3|rgb(176, 32, 32)|(nie podano wartości)",
@@ -113,6 +132,45 @@ TEST(ParamsPageInBrowser, ShowsLabelsLinksColoursAndPolishLetters) {
   char signature[8] = {};
   png.read(signature, 8);
   EXPECT_EQ(std::string(signature + 1, 3), "PNG") << "no screenshot at " << shot;
+}
+
+// Values holding markup, an entity and a forged link: the browser shows each as the text typed, in
+// its own link, and builds no element from it; the label's own <b> stays markup.
+TEST(ParamsPageInBrowser, ShownValuesStayText) {
+  const std::string chromium = FindChromium();
+  if (chromium.empty()) GTEST_SKIP() << "chromium is not installed (Debian package chromium): the page is not shown";
+
+  const std::string values[] = {"Żółw & Spółka", "</a><A href=\"std://1\">drugi", "<script>document.title='x'</script>",
+                                "<img src=x onerror=\"document.title='y'\">", "&quot; &amp;lt;"};
+  CParamsHtmlCtrl view;
+  view.SetColors("red}</STYLE><script>document.title='z'</script>", "#B02020");
+  view.SetFont("x\";background:url(y)", "9pt");
+  for (const std::string& v : values)
+    view.GetParams().Add(ZestParams::ZestParamsString().SetLabel("<b>K</b>").SetDisplayValue(v).SetEmpty(false));
+
+  varion::testing::TempDir dir;
+  std::string html;
+  view.GenerateContentsHtml(CParamsHtmlCtrl::kHomeUrl, html);
+  WriteFile(fs::path(dir.Path()) / "page.html", html);
+  WriteFile(fs::path(dir.Path()) / "probe.html", kProbe);
+  const std::string dom = RunCommand("timeout 120 " + chromium +
+                                     " --headless --no-sandbox --disable-gpu --no-first-run --disable-background-networking"
+                                     " --disable-component-update --disable-sync --allow-file-access-from-files"
+                                     " --user-data-dir=" + dir.Path() + "/profile --dump-dom file://" + dir.Path() +
+                                     "/probe.html 2>/dev/null");
+  const auto seen = SeenLines(dom);
+  std::vector<std::string> expected = {"charset|windows-1250", "title|Parametry zestawienia"};
+  std::string text, tags;
+  for (std::size_t i = 0; i < std::size(values); ++i) {
+    text += (i ? ", K " : "K ") + values[i];
+    tags += i ? ",B,A" : "B,A";
+  }
+  expected.push_back("text|" + text);
+  expected.push_back("tags|" + tags);
+  for (std::size_t i = 0; i < std::size(values); ++i)
+    expected.push_back("link|Defined|std://" + std::to_string(i) + "|rgb(31, 63, 159)|" + values[i]);
+  ASSERT_EQ(seen.size(), expected.size()) << dom;
+  for (std::size_t i = 0; i < seen.size(); ++i) EXPECT_EQ(seen[i], Cp1250ToUtf8(expected[i]));
 }
 
 }  // namespace

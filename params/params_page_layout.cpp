@@ -1,6 +1,7 @@
 #include "params/params_page_layout.h"
 
 #include <cctype>
+#include <utility>
 
 namespace varion::params {
 namespace {
@@ -67,6 +68,22 @@ std::vector<PageRun> PageRuns(std::string_view html) {
     if (IsBlank(c)) {
       if (!lastBlank) current.text += ' ';
       lastBlank = true;
+    } else if (c == '&') {
+      // The four escapes the page writes for a shown value; any other '&' is a character.
+      static constexpr std::pair<std::string_view, char> kEscapes[] = {
+          {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}};
+      char shown = '&';
+      std::size_t length = 1;
+      for (const auto& [escape, character] : kEscapes)
+        if (html.substr(at, escape.size()) == escape) {
+          shown = character;
+          length = escape.size();
+          break;
+        }
+      current.text += shown;
+      lastBlank = false;
+      at += length;
+      continue;
     } else {
       current.text += c;
       lastBlank = false;

@@ -16,8 +16,8 @@ struct PageRun {
   bool defined = false;  // a link of class "Defined" (a parameter with a value)
 };
 
-// The runs of the page's body. Understands what GenerateContentsHtml writes: text, <A class=...
-// href="...">...</a>, and ignores any other tag.
+// The runs of the page's body. Understands what GenerateContentsHtml writes: text with the
+// escapes &amp; &lt; &gt; &quot;, <A class=... href="...">...</a>, and ignores any other tag.
 std::vector<PageRun> PageRuns(std::string_view html);
 
 struct PageBox {

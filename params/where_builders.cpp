@@ -5,6 +5,7 @@
 
 #include "base/sql_literal.h"
 #include "controls/date_tools.h"
+#include "diagnostics/framework_log.h"
 
 namespace varion::params {
 namespace {
@@ -50,7 +51,42 @@ bool Text(const Variant& v, std::string& scratch, const std::string*& text) {
   return true;
 }
 
+// The list pasted into "IN (...)", or the condition that selects nothing when it is not a plain
+// list of numbers.
+bool CheckedList(const ZEST_PARAMS& p, const std::string& list, std::string& out) {
+  if (IsNumberList(list)) return true;
+  LogRejectedList(p, list);
+  out = kSelectsNothing;
+  return false;
+}
+
 }  // namespace
+
+bool IsNumberList(std::string_view text) {
+  auto blank = [](char c) { return c == ' ' || c == '\t'; };
+  std::size_t at = 0;
+  for (;;) {
+    while (at < text.size() && blank(text[at])) ++at;
+    if (at < text.size() && (text[at] == '+' || text[at] == '-')) ++at;
+    const std::size_t digits = at;
+    while (at < text.size() && text[at] >= '0' && text[at] <= '9') ++at;
+    if (at == digits) return false;
+    while (at < text.size() && blank(text[at])) ++at;
+    if (at == text.size()) return true;
+    if (text[at++] != ',') return false;
+  }
+}
+
+void LogRejectedList(const ZEST_PARAMS& p, std::string_view list) {
+  // The rejected text itself is shortened: it is typed by a user and may be of any length.
+  constexpr std::size_t kShown = 200;
+  std::string text = "parameter \"" + p.Label + "\" (" + p.DbField + "): not a list of numbers, selects nothing: ";
+  text.append(list.substr(0, kShown));
+  if (list.size() > kShown) text += "...";
+  for (char& c : text)
+    if (c == '\0') c = ' ';
+  FrameworkLog("params", text);
+}
 
 WhereBuilder BuilderForType(int type, bool wholeList) {
   switch (type) {
@@ -80,6 +116,8 @@ bool BuildString(const ZEST_PARAMS& p, std::string& out) {
   std::int32_t op = 0;
   if (!Shown(p) || !Text(p.Value, scratch, text) || !Operator(p.Value2, op)) return false;
   const std::string& c = p.DbField;
+  // An IN operator pastes the text as a list, outside any apostrophes: only numbers may pass.
+  if ((op == 0x20 || op == 0x30 || op == 0x800) && !CheckedList(p, *text, out)) return true;
   const std::string v = SqlOkString(*text);
   switch (op) {
     case 0x1: Cat(out, "(", c, "='", v, "')"); return true;
@@ -144,20 +182,26 @@ bool BuildDateWholeDay(const ZEST_PARAMS& p, const SqlDialect& dialect, std::str
   if (!Shown(p) || !Date(p.Value, d) || !Operator(p.Value3, op)) return false;
   const CVelOleDateTime d1 = d.AddDays(1);
   const std::string& c = p.DbField;
+  // A bound whose next day does not exist (after 9999-12-31) selects nothing rather than
+  // dropping the restriction.
+  auto overflow = [&out] {
+    out = kSelectsNothing;
+    return true;
+  };
   switch (op) {
     case 0x1:
     case 0x100000:
-      if (!d1.IsValid()) return false;
+      if (!d1.IsValid()) return overflow();
       Cat(out, "(", c, ">=", dialect.DateLiteral(d), ") AND (", c, "<", dialect.DateLiteral(d1), ")");
       return true;
     case 0x2: Compare(out, c, "<", dialect.DateLiteral(d)); return true;
     case 0x4:
     case 0x400:
-      if (!d1.IsValid()) return false;
+      if (!d1.IsValid()) return overflow();
       Compare(out, c, "<", dialect.DateLiteral(d1));
       return true;
     case 0x8:
-      if (!d1.IsValid()) return false;
+      if (!d1.IsValid()) return overflow();
       Compare(out, c, ">=", dialect.DateLiteral(d1));
       return true;
     case 0x10: Compare(out, c, ">=", dialect.DateLiteral(d)); return true;
@@ -166,7 +210,7 @@ bool BuildDateWholeDay(const ZEST_PARAMS& p, const SqlDialect& dialect, std::str
   CVelOleDateTime e;
   if (!IsDateRange(op) || !Date(p.Value2, e)) return false;
   const CVelOleDateTime e1 = e.AddDays(1);
-  if (!e1.IsValid()) return false;
+  if (!e1.IsValid()) return overflow();
   Range(out, c, dialect.DateLiteral(d), "<", dialect.DateLiteral(e1));
   return true;
 }
@@ -196,6 +240,7 @@ bool BuildIdentifiers(const ZEST_PARAMS& p, std::string& out) {
   if (p.Param == ZestParams::kParamAnyOnly) return true;
   const std::string& c = p.DbField;
   if (const std::string* list = p.Value.GetText(); list && !list->empty()) {
+    if (!CheckedList(p, *list, out)) return true;
     if (p.Param & ZestParams::kParamNullForZero) {
       // Identifier 0 stands for "no object" and is also matched by NULL. Only the first "0" of
       // the list is looked at, on purpose: in "10, 0" it is the 0 of 10, and no NULL test is added.

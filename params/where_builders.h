@@ -5,6 +5,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "base/sql_dialect.h"
 #include "params/zest_params.h"
@@ -24,6 +25,18 @@ bool BuildDateWholeDay(const ZEST_PARAMS& p, const SqlDialect& dialect, std::str
 bool BuildHour(const ZEST_PARAMS& p, const SqlDialect& dialect, std::string& out);
 bool BuildSingleText(const ZEST_PARAMS& p, std::string& out);
 bool BuildIdentifiers(const ZEST_PARAMS& p, std::string& out);
+
+// A list that may stand inside "IN (...)": numbers, each an optional sign and digits, separated
+// by commas, with blanks (space, tab) anywhere between. Whatever else a text holds (a bracket,
+// a quote, a NUL byte, an empty item) it is not pasted into SQL.
+bool IsNumberList(std::string_view text);
+
+// The condition put in place of one that cannot be built safely: it selects no rows, so a
+// rejected value narrows the report instead of lifting its restriction.
+inline constexpr const char* kSelectsNothing = "(1=0)";
+
+// Records a rejected IN list under the parameter's label (a warning in the framework log).
+void LogRejectedList(const ZEST_PARAMS& p, std::string_view list);
 
 // Runs the builder of a kind; false for None.
 bool RunBuilder(WhereBuilder builder, const ZEST_PARAMS& p, const SqlDialect& dialect, std::string& out);

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "db/connection.h"
+#include "diagnostics/framework_log.h"
 #include "params/params_html_ctrl.h"
 #include "tests/db_backends.h"
 
@@ -118,7 +119,6 @@ TEST(WhereString, NoConditionForBadOrUnknownInput) {
       {0, "s", "x", 0x2}, {0, "s", "x", 0x40}, {0, "s", kNull, 0x1}, {0, "s", "x", "nie liczba"},
       {1, "a", Money(1), {}, 0x400}, {1, "a", "dziesięć", {}, 0x1}, {1, "a", Money(1), "x", 0x1000},
       {2, "d", Day(2024, 1, 1), {}, 0x20}, {2, "d", "nie data", {}, 0x1}, {20, "d", Day(2024, 1, 1), {}, 0x12345},
-      {20, "d", Day(9999, 12, 31), {}, 0x4},  // the next day does not exist
       {19, "d", Day(2024, 1, 1), Day(2024, 1, 1), std::int32_t{-1}},  // the hour needs a null Value3
       {6, "k", "1, 2", {}, {}, 0x40}, {6, "k", Money(3)},  // identifiers: any; neither list, number nor null
       // Types without a condition of their own, and those of the whole list only.
@@ -131,6 +131,58 @@ TEST(WhereString, NoConditionForBadOrUnknownInput) {
     SCOPED_TRACE(::testing::Message() << "type " << p.type << " op " << p.value2.AsText() << "/" << p.value3.AsText());
     EXPECT_EQ(WhereOf(p), "");
   }
+}
+
+// Text that would change the statement's structure, and bounds that cannot be written: each gives
+// the condition that selects nothing, and a rejected list leaves a warning naming the parameter.
+struct HostileCase {
+  const char* name;
+  Param param;
+  bool logged;  // a list rejected, so a warning names the parameter
+};
+
+const HostileCase kHostile[] = {
+    {"text IN: closing bracket and OR", {0, "k", "1) OR (1=1", 0x20}, true},
+    {"text IN or null: statement after a semicolon", {0, "k", "1); DELETE FROM pt; --", 0x30}, true},
+    {"text IN by any-as-IN: a quoted text", {0, "k", "'a'", 0x800}, true},
+    {"text IN: empty item", {0, "k", "1,,2", 0x20}, true},
+    {"text IN: blanks only", {0, "k", "  ", 0x20}, true},
+    {"text IN: NUL byte inside", {0, "k", std::string("1,\0) OR (1=1", 13), 0x20}, true},
+    {"text IN: a sign alone", {0, "k", "1, -", 0x20}, true},
+    {"identifiers: bracket and OR", {6, "k", "1) OR (1=1"}, true},
+    {"identifiers with null for 0: subquery", {4, "k", "0, (SELECT 1)", {}, {}, 0x10}, true},
+    {"identifiers: comment", {7, "k", "1 --"}, true},
+    {"whole day equal to the last day", {20, "d", Day(9999, 12, 31), {}, 0x1}, false},
+    {"whole day at most the last day", {20, "d", Day(9999, 12, 31), {}, 0x4}, false},
+    {"whole day after the last day", {20, "d", Day(9999, 12, 31), {}, 0x8}, false},
+    {"whole day range to the last day", {20, "d", Day(2024, 1, 1), Day(9999, 12, 31), 0x1000}, false},
+};
+
+TEST(WhereString, HostileValuesSelectNothing) {
+  std::vector<std::string> log;
+  auto previous = varion::SetFrameworkLogSink([&log](std::string_view, std::string_view text) { log.emplace_back(text); });
+  for (const HostileCase& c : kHostile) {
+    SCOPED_TRACE(c.name);
+    log.clear();
+    CParamsHtmlCtrl view;
+    ZEST_PARAMS record = c.param.Record();
+    record.Label = "Kontrahent ąę";
+    view.GetParams().Add(record);
+    EXPECT_EQ(view.GetWhereString(0), "((1=0))");
+    EXPECT_EQ(view.GetWhereString(), "((1=0))");
+    ASSERT_EQ(log.size(), c.logged ? 2u : 0u);
+    if (c.logged) {
+      EXPECT_NE(log[0].find("\"Kontrahent ąę\""), std::string::npos) << log[0];
+    }
+  }
+  // Numbers with signs and blanks anywhere pass as they are; so does a long list.
+  EXPECT_EQ(WhereOf({0, "k", " +1,-2 ,\t3 ", 0x20}), "((k IN ( +1,-2 ,\t3 )))");
+  EXPECT_EQ(WhereOf({6, "k", "-0, 12", {}, {}, 0x10}), "((k IN (-0, 12) OR k IS NULL))");
+  std::string many = "0";
+  for (int i = 1; i < 10000; ++i) many += ", " + std::to_string(i);
+  EXPECT_EQ(WhereOf({6, "k", many}), "((k IN (" + many + ")))");
+  EXPECT_TRUE(log.empty());
+  varion::SetFrameworkLogSink(previous);
 }
 
 TEST(WhereString, WholeList) {
@@ -157,6 +209,8 @@ TEST(WhereString, WholeList) {
        {inColumn("a", "1, 2"), Param{0, "s", "x", 0x40}.Record(), inColumn("b", "7"), Param{7, "k", std::int32_t{2}}.Record()},
        "(a IN (1, 2) AND b IN (7) AND (k=2))", {"", "", "", "((k=2))"}},
       {"IN filter skips a non-text value", {inColumn("a", ""), inColumn("b", std::int32_t{7})}, "", {"", ""}},
+      {"IN filter of a text that is not a list selects nothing",
+       {inColumn("a", "1) OR (1=1"), Param{7, "k", std::int32_t{2}}.Record()}, "((1=0) AND (k=2))", {"", "((k=2))"}},
   };
   for (const ListCase& c : cases) {
     SCOPED_TRACE(c.name);
@@ -193,6 +247,16 @@ TEST_P(WhereOnServer, EachConditionSelectsTheRowsMeant) {
     SCOPED_TRACE(std::string(c.name) + ": " + where);
     EXPECT_EQ(Select(where), c.rows);
   }
+}
+
+TEST_P(WhereOnServer, HostileValuesSelectNoRows) {
+  auto previous = varion::SetFrameworkLogSink([](std::string_view, std::string_view) {});
+  for (const HostileCase& c : kHostile) {
+    const std::string where = WhereOf(c.param, m_conn.Dialect());
+    SCOPED_TRACE(std::string(c.name) + ": " + where);
+    EXPECT_EQ(Select(where), std::set<int>{});
+  }
+  varion::SetFrameworkLogSink(previous);
 }
 
 TEST_P(WhereOnServer, WholeListIsTheIntersection) {

@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "db/rt_instance.h"
+#include "params/where_builders.h"
 
 void CArrZestParams::SetAtGrow(int index, const ZEST_PARAMS& p) {
   if (index < 0) return;
@@ -179,6 +180,12 @@ void UwzglednijFiltrSqlIn(const ZEST_PARAMS& p, const char* pattern, std::string
   const std::string* list = p.Value.GetText();
   if (!list || list->empty()) return;
   if (!where.empty()) where += " AND ";
+  // The list stands outside apostrophes: anything but numbers selects nothing instead.
+  if (!varion::params::IsNumberList(*list)) {
+    varion::params::LogRejectedList(p, *list);
+    where += varion::params::kSelectsNothing;
+    return;
+  }
   // The pattern holds one %s; "%%" stands for a percent sign.
   for (const char* c = pattern; *c; ++c) {
     if (c[0] == '%' && c[1] == 's') {
