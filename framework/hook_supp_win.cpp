@@ -12,6 +12,7 @@
 #include "diagnostics/failure_boundary_win.h"
 #include "diagnostics/framework_log.h"
 #include "base/library_module_win.h"
+#include "controls/currency_edit_win.h"
 #include "controls/vel_controls_win.h"
 
 std::atomic<int> CHookSupp::m_bInitialized{0};
@@ -52,7 +53,7 @@ const varion::VelClassEntry kClasses[] = {
     {"vel_numeredit", "Edit", AttachEdit},
     {"vel_paramedit", "Edit", AttachEdit},
     {"vel_dateedit", "Edit", AttachEdit},
-    {"vel_curredit", "Edit", AttachEdit},
+    {"vel_curredit", "Edit", CVelCurrencyEdit::AttachCreating},
     {"vel_wwwedit", "Edit", AttachEdit},
     {"vel_mailedit", "Edit", AttachEdit},
     {"vel_folderedit", "Edit", AttachEdit},
@@ -68,7 +69,7 @@ const varion::VelClassEntry kClasses[] = {
     {"DropdownCombobox", "ComboBox", AttachCombo},
     {"vel_adresedit", "Edit", AttachEdit},
     {"vel_timeeditex", "Edit", AttachEdit},
-    {"vel_currenteredit", "Edit", AttachEdit},
+    {"vel_currenteredit", "Edit", CVelCurrencyEnterEdit::AttachCreating},
     {"vel_idwewnetrznyedit", "Edit", AttachEdit},
 };
 

@@ -1,0 +1,89 @@
+// The amount field: an edit whose every keystroke, paste and set text goes through the portable
+// CurrencyEditModel, which answers what to show. CVelCurrencyEnterEdit also reports Enter.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "controls/currency_model.h"
+#include "controls/vel_controls_win.h"
+
+namespace varion {
+
+// The message the Enter variant sends its parent on Enter: wParam the control's identifier,
+// lParam 0.
+inline constexpr UINT kMsgCurrencyEnter = 0x471;
+
+// A refused digit beeps with MessageBeep(0x30). Tests put a counter in its place; the previous
+// hook comes back, and nullptr restores MessageBeep.
+using CurrencyBeepHook = void (*)(UINT type);
+VARION_API CurrencyBeepHook SetCurrencyBeepHook(CurrencyBeepHook hook);
+
+}  // namespace varion
+
+class VARION_API CVelCurrencyEdit : public CVelEditBase {
+ public:
+  // Attaches a window-owned field to an existing edit and shows its value (the edit's text read
+  // as an amount, else zero); returns the field already attached when there is one.
+  static CVelCurrencyEdit* Attach(HWND edit);
+  static CVelCurrencyEdit* FromHandle(HWND window);
+  // For the creation hook: the edit's creation messages are still to come, so the value is shown
+  // once the edit has been created.
+  static BOOL AttachCreating(HWND edit, CREATESTRUCTW* create);
+
+  // Decimals 0..4 with the currency symbol, or one of the commands kSetBalloonPending,
+  // kSetShowCopyButton, kSetForbidMinus, kSetAllowMinus in `decimals`.
+  void OnSetSettings(const std::string& symbol, unsigned decimals);
+
+  varion::Amount GetValue() const { return m_model.Value(); }
+  const varion::CurrencyEditModel& Model() const { return m_model; }
+
+  // The text a copy or a cut puts on the clipboard: the selected part of the amount (the whole
+  // amount with nothing selected), without thousands separators and symbol.
+  virtual std::string GetCopyText();
+  // A pasted text goes through the set-text rules, with every "-" removed while minus is
+  // forbidden.
+  virtual void PasteText(const std::string& text);
+
+ protected:
+  friend class CVelControlBase;
+  CVelCurrencyEdit() = default;
+
+  LRESULT WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) override;
+  virtual LRESULT OnKeyDown(WPARAM vk, LPARAM flags);
+  virtual LRESULT OnGetDlgCode(WPARAM vk, LPARAM msg);
+
+  // Does what a model result says: beep, text, selection, modified flag, posted commands.
+  void Apply(const varion::CurrencyEditModel::Result& r);
+  varion::CurrencySelection ReadSelection();
+  // Shows the value the edit's own text holds; once the edit exists.
+  void Initialize();
+
+ private:
+  void SyncStyle();
+  void ShowDisplay(const std::string& display);
+  LRESULT OnChar(WPARAM ch);
+  LRESULT OnGetText(WPARAM size, LPARAM buffer) const;
+  LRESULT OnSetText(LPARAM text);
+  void OnCut();
+  void OnPaste();
+  void OnReplaceSel(LPARAM text);
+
+  varion::CurrencyEditModel m_model;
+  std::wstring m_shown;        // the display text last given to the edit
+  bool m_initialized = false;  // the value has been shown
+};
+
+// The amount field that also reports Enter to its parent (message kMsgCurrencyEnter).
+class VARION_API CVelCurrencyEnterEdit : public CVelCurrencyEdit {
+ public:
+  static CVelCurrencyEnterEdit* Attach(HWND edit);
+  static BOOL AttachCreating(HWND edit, CREATESTRUCTW* create);
+
+ protected:
+  friend class CVelControlBase;
+  CVelCurrencyEnterEdit() = default;
+  LRESULT OnKeyDown(WPARAM vk, LPARAM flags) override;
+  LRESULT OnGetDlgCode(WPARAM vk, LPARAM msg) override;
+};

@@ -1,0 +1,324 @@
+// The amount field in real windows: what typing, keys, text messages and the clipboard do to the
+// edit's display text and to the value it answers. The editing rules themselves are the model's
+// and are tested natively; these tests check that the window hands every message to the model
+// and shows what it answers.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "base/text.h"
+#include "controls/clipboard_win.h"
+#include "controls/currency_edit_win.h"
+#include "tests/win_support.h"
+
+namespace varion {
+namespace {
+
+using testing::GetTextA;
+using testing::MessageRecorder;
+using testing::PumpMessages;
+using testing::unique_hwnd;
+
+int g_beeps = 0;
+void CountBeep(UINT type) {
+  if (type == MB_ICONEXCLAMATION) ++g_beeps;
+}
+
+// A modifier held down for a scope, as the thread's keyboard state says.
+class HeldKey {
+ public:
+  explicit HeldKey(int vk) : m_vk(vk) { Set(0x80); }
+  ~HeldKey() { Set(0); }
+  HeldKey(const HeldKey&) = delete;
+  HeldKey& operator=(const HeldKey&) = delete;
+
+ private:
+  void Set(BYTE state) const {
+    BYTE keys[256];
+    GetKeyboardState(keys);
+    keys[m_vk] = state;
+    SetKeyboardState(keys);
+  }
+  int m_vk;
+};
+
+class CurrencyEditTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    m_previousBeep = SetCurrencyBeepHook(CountBeep);
+    g_beeps = 0;
+    m_parent = testing::MakeParentWindow(500, 200);
+    ASSERT_TRUE(m_parent);
+  }
+  void TearDown() override { SetCurrencyBeepHook(m_previousBeep); }
+
+  // A plain edit with the field attached; `style` adds edit styles.
+  CVelCurrencyEdit* Make(DWORD style = 0, const wchar_t* text = L"", bool enter = false) {
+    m_edit.reset(CreateWindowExW(WS_EX_CLIENTEDGE, L"EDIT", text, WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL | style,
+                                 10, 10, 220, 24, m_parent.get(), reinterpret_cast<HMENU>(77), nullptr, nullptr));
+    CVelCurrencyEdit* field = enter ? CVelCurrencyEnterEdit::Attach(m_edit.get()) : CVelCurrencyEdit::Attach(m_edit.get());
+    PumpMessages();
+    return field;
+  }
+  HWND Edit() const { return m_edit.get(); }
+  // What the user sees: the edit's own text, not what WM_GETTEXT answers.
+  std::string Shown() const {
+    wchar_t buf[128] = {};
+    const LRESULT n = CallWindowProcW(reinterpret_cast<WNDPROC>(GetClassLongPtrW(Edit(), GCLP_WNDPROC)), Edit(),
+                                      WM_GETTEXT, std::size(buf), reinterpret_cast<LPARAM>(buf));
+    return text::WideToCp1250(std::wstring_view(buf, static_cast<size_t>(n)));
+  }
+  std::pair<int, int> Selection() const {
+    DWORD start = 0, end = 0;
+    SendMessageW(Edit(), EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+    return {static_cast<int>(start), static_cast<int>(end)};
+  }
+  void SetText(const char* text) const { SetWindowTextA(Edit(), text); }
+
+  // Sends what typing `keys` sends: characters as WM_CHAR; {Del}, {Left}, {Right}, {Ins}, {F4} and
+  // {Enter} as WM_KEYDOWN; a "S-" or "C-" inside the braces holds Shift or Ctrl.
+  void Type(std::string_view keys) const {
+    for (size_t i = 0; i < keys.size(); ++i) {
+      if (keys[i] != '{') {
+        SendMessageW(Edit(), WM_CHAR, static_cast<unsigned char>(keys[i]), 1);
+        continue;
+      }
+      const size_t close = keys.find('}', i);
+      std::string_view name = keys.substr(i + 1, close - i - 1);
+      i = close;
+      std::vector<std::unique_ptr<HeldKey>> held;
+      while (name.size() > 2 && name[1] == '-') {
+        held.push_back(std::make_unique<HeldKey>(name[0] == 'S' ? VK_SHIFT : VK_CONTROL));
+        name.remove_prefix(2);
+      }
+      static const std::pair<std::string_view, int> kNames[] = {
+          {"Del", VK_DELETE}, {"Left", VK_LEFT}, {"Right", VK_RIGHT}, {"Ins", VK_INSERT}, {"F4", VK_F4},
+          {"Enter", VK_RETURN}, {"C", 'C'}, {"V", 'V'}, {"X", 'X'}, {"Home", VK_HOME}};
+      int vk = 0;
+      for (const auto& [n, code] : kNames)
+        if (n == name) vk = code;
+      ASSERT_NE(vk, 0) << name;
+      SendMessageW(Edit(), WM_KEYDOWN, static_cast<WPARAM>(vk), 1);
+      PumpMessages();  // the clipboard keys post their messages
+    }
+  }
+
+  unique_hwnd m_parent, m_edit;
+  CurrencyBeepHook m_previousBeep = nullptr;
+};
+
+// Typed keys: what the edit shows, what it answers to WM_GETTEXT, where the caret stands and how
+// often it beeped. Every row starts from a fresh field.
+TEST_F(CurrencyEditTest, TypedKeysGoThroughTheRulesAndShowTheResult) {
+  struct Case {
+    const char* keys;
+    unsigned setting;  // decimals or a command, given first; ~0u: none
+    DWORD style;
+    const char* start;  // text set before typing
+    int selStart, selEnd;  // -1: the caret where setting the text put it
+    const char* shown;
+    const char* plain;
+    int caret;
+    int beeps;
+  } cases[] = {
+      {"123", ~0u, 0, "", -1, -1, "123,00", "123,0000", 3, 0},
+      {"12a,5x", ~0u, 0, "", -1, -1, "12,50", "12,5000", 4, 0},  // letters are swallowed
+      {"1234567", ~0u, 0, "", -1, -1, "1 234 567,00", "1234567,0000", 9, 0},
+      {"1234567890123", ~0u, 0, "", -1, -1, "123 456 789 012,00", "123456789012,0000", 15, 0},
+      {",129", ~0u, 0, "", -1, -1, "0,12", "0,1200", 4, 1},  // no third decimal
+      {"1", 4, 0, "", 6, 6, "0,0000", "0,0000", 6, 1},        // at the very end
+      {"-", ~0u, 0, "", -1, -1, "-0,00", "-0,0000", 2, 0},
+      {"-5", ~0u, 0, "", -1, -1, "-5,00", "-5,0000", 2, 0},
+      {"-5-", ~0u, 0, "", -1, -1, "5,00", "5,0000", 1, 0},
+      {"-5", kSetForbidMinus, 0, "", -1, -1, "5,00", "5,0000", 1, 0},
+      {"\b", ~0u, 0, "5", -1, -1, "0,00", "0,0000", 1, 0},
+      {"\b", ~0u, 0, "-0,5", -1, -1, "0,50", "0,5000", 1, 0},
+      {"{Del}", ~0u, 0, "1,23", 1, 1, "1,30", "1,3000", 1, 0},
+      {"{Del}", ~0u, 0, "12,5", 0, 0, "2,50", "2,5000", 0, 0},
+      {"7", ~0u, 0, "1 234,5", 0, 5, "7,50", "7,5000", 1, 0},  // a selection is replaced
+      {",1234", 4, 0, "", -1, -1, "0,1234", "0,1234", 6, 0},
+      {"{S-Left}", ~0u, 0, "123", 2, 3, "123,00", "123,0000", 1, 0},
+      {"{S-Right}", ~0u, 0, "123", 1, 2, "123,00", "123,0000", 3, 0},
+      {"5{Del}\b-", ~0u, ES_READONLY, "12", 0, 0, "12,00", "12,0000", 0, 0},  // read-only: nothing
+      {"{Home}9", ~0u, 0, "12", -1, -1, "912,00", "912,0000", 1, 0},          // other keys: the edit's own
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.keys);
+    SCOPED_TRACE(c.start);
+    CVelCurrencyEdit* field = Make(c.style);
+    ASSERT_NE(field, nullptr);
+    if (c.setting != ~0u) field->OnSetSettings("", c.setting);
+    SetText(c.start);
+    if (c.selStart >= 0) SendMessageW(Edit(), EM_SETSEL, static_cast<WPARAM>(c.selStart), c.selEnd);
+    g_beeps = 0;
+    Type(c.keys);
+    EXPECT_EQ(Shown(), c.shown);
+    EXPECT_EQ(GetTextA(Edit()), c.plain);
+    EXPECT_EQ(Selection(), std::make_pair(c.caret, c.caret));
+    EXPECT_EQ(g_beeps, c.beeps);
+  }
+}
+
+// Texts set by programs and forms: the set-text rules, and WM_GETTEXT answering the plain text.
+TEST_F(CurrencyEditTest, SetTextRoundsOrRefusesAndGetTextAnswersThePlainValue) {
+  struct Case {
+    const char* text;
+    unsigned decimals;
+    BOOL accepted;
+    const char* shown;
+    const char* plain;
+  } cases[] = {
+      {"1,005", 2, TRUE, "1,01", "1,0100"},
+      {"-1,005", 2, TRUE, "-1,01", "-1,0100"},
+      {"1,0005", 4, TRUE, "1,0005", "1,0005"},
+      {"1 234 567,891", 0, TRUE, "1 234 568", "1234568,0000"},
+      {"", 2, TRUE, "0,00", "0,0000"},
+      {"-", 2, TRUE, "-0,00", "-0,0000"},
+      {"abc", 2, FALSE, "7,00", "7,0000"},  // refused: the value stays
+      {"1234567890123", 2, FALSE, "7,00", "7,0000"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text);
+    CVelCurrencyEdit* field = Make(0, L"7");
+    ASSERT_NE(field, nullptr);
+    field->OnSetSettings("", c.decimals);
+    const std::wstring wide = text::Cp1250ToWide(c.text);
+    EXPECT_EQ(SendMessageW(Edit(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide.c_str())), c.accepted);
+    EXPECT_EQ(Shown(), c.shown);
+    EXPECT_EQ(GetTextA(Edit()), c.plain);
+    EXPECT_EQ(GetWindowTextLengthW(Edit()), static_cast<int>(std::string_view(c.plain).size()));
+    if (!c.accepted) {
+      EXPECT_EQ(Selection(), std::make_pair(0, static_cast<int>(std::string_view(c.shown).size())));
+    }
+  }
+  // Set through the ANSI entry point with the currency symbol shown.
+  CVelCurrencyEdit* field = Make(0, L"2,5");
+  field->OnSetSettings("zł", 2);
+  EXPECT_EQ(Shown(), "2,50 zł");
+  SetText("-1 234,5 zł");
+  EXPECT_EQ(Shown(), "-1 234,50 zł");
+  EXPECT_EQ(field->GetValue(), Amount::FromRaw(-12345000));
+  // Text that is no amount when attaching gives zero.
+  EXPECT_EQ(Make(0, L"dużo")->GetValue(), Amount::FromRaw(0));
+  EXPECT_EQ(Shown(), "0,00");
+}
+
+// A field that records what reaches its clipboard hooks.
+class ProbeEdit : public CVelCurrencyEdit {
+ public:
+  static ProbeEdit* Make(HWND edit) {
+    auto* probe = AttachNew<ProbeEdit>(edit);
+    if (probe) probe->Initialize();
+    return probe;
+  }
+  std::string GetCopyText() override {
+    ++copies;
+    return "kopia " + CVelCurrencyEdit::GetCopyText();
+  }
+  void PasteText(const std::string& text) override {
+    pasted.push_back(text);
+    CVelCurrencyEdit::PasteText(text);
+  }
+  int copies = 0;
+  std::vector<std::string> pasted;
+};
+
+TEST_F(CurrencyEditTest, ClipboardKeysPostTheirMessagesAndRoundTripTheValue) {
+  auto clipboard = [&] {
+    std::string text;
+    GetClipboardText(Edit(), text);
+    return text;
+  };
+  CVelCurrencyEdit* field = Make();
+  SetText("1234,5");
+  SendMessageW(Edit(), EM_SETSEL, 0, -1);
+  Type("{C-C}");
+  EXPECT_EQ(clipboard(), "1234,50");
+  SetText("1");
+  Type("{C-V}");
+  EXPECT_EQ(Shown(), "1 234,50");
+  // A part of the amount: its digits and separator, never the grouping.
+  SendMessageW(Edit(), EM_SETSEL, 0, 5);
+  Type("{C-Ins}");
+  EXPECT_EQ(clipboard(), "1234");
+  SendMessageW(Edit(), EM_SETSEL, 0, 5);
+  Type("{S-Del}");  // cut
+  EXPECT_EQ(clipboard(), "1234");
+  EXPECT_EQ(Shown(), "0,50");
+
+  struct PasteCase {
+    const char* clip;
+    unsigned minus;
+    const char* shown;
+  } pastes[] = {{"--5", kSetForbidMinus, "5,00"},
+                {"-7,25", kSetAllowMinus, "-7,25"},
+                {"abc", kSetAllowMinus, "9,00"},
+                {"1111111111111111111111", kSetAllowMinus, "9,00"}};
+  for (const auto& p : pastes) {
+    SCOPED_TRACE(p.clip);
+    SetText("9");
+    field->OnSetSettings("", p.minus);
+    ASSERT_TRUE(SetClipboardText(Edit(), p.clip));
+    Type("{S-Ins}");
+    EXPECT_EQ(Shown(), p.shown);
+  }
+  // A hundred thousand characters change nothing.
+  SetText("9");
+  ASSERT_TRUE(SetClipboardText(Edit(), std::string(100000, '1')));
+  SendMessageW(Edit(), WM_PASTE, 0, 0);
+  EXPECT_EQ(Shown(), "9,00");
+
+  // Copy and paste go through the overridable pair.
+  m_edit.reset(CreateWindowExW(0, L"EDIT", L"3", WS_CHILD | WS_VISIBLE, 10, 40, 200, 24, m_parent.get(), nullptr,
+                               nullptr, nullptr));
+  ProbeEdit* probe = ProbeEdit::Make(Edit());
+  ASSERT_NE(probe, nullptr);
+  Type("{C-C}");
+  EXPECT_EQ(probe->copies, 1);
+  EXPECT_EQ(clipboard(), "kopia 3,00");
+  ASSERT_TRUE(SetClipboardText(Edit(), "12"));
+  Type("{C-V}");
+  EXPECT_EQ(probe->pasted, std::vector<std::string>{"12"});
+  EXPECT_EQ(Shown(), "12,00");
+}
+
+TEST_F(CurrencyEditTest, EnterVariantReportsEnterToItsParentAndAsksTheDialogForIt) {
+  for (bool enter : {false, true}) {
+    SCOPED_TRACE(enter);
+    Make(0, L"5", enter);
+    MessageRecorder parent(m_parent.get());
+    Type("{Enter}");
+    int reported = 0;
+    for (const auto& m : parent.Messages())
+      if (m.message == kMsgCurrencyEnter) {
+        ++reported;
+        EXPECT_EQ(m.wParam, 77u);
+        EXPECT_EQ(m.lParam, 0);
+      }
+    EXPECT_EQ(reported, enter ? 1 : 0);
+    MSG msg{Edit(), WM_KEYDOWN, VK_RETURN, 0, 0, {}};
+    const LRESULT code = SendMessageW(Edit(), WM_GETDLGCODE, VK_RETURN, reinterpret_cast<LPARAM>(&msg));
+    EXPECT_EQ((code & DLGC_WANTALLKEYS) != 0, enter);
+    EXPECT_EQ(Shown(), "5,00");
+  }
+}
+
+TEST_F(CurrencyEditTest, LosingTheFocusForgetsANegativeZeroOnly) {
+  Make();
+  SetFocus(Edit());
+  Type("-");
+  EXPECT_EQ(Shown(), "-0,00");
+  SetFocus(m_parent.get());
+  EXPECT_EQ(Shown(), "0,00");
+  EXPECT_EQ(GetTextA(Edit()), "0,0000");
+  SetFocus(Edit());
+  Type("-5");
+  SetFocus(m_parent.get());
+  EXPECT_EQ(GetTextA(Edit()), "-5,0000");
+}
+
+}  // namespace
+}  // namespace varion
