@@ -1,15 +1,37 @@
 #include "controls/currency_edit_win.h"
 
+#include <commctrl.h>
+#include <windowsx.h>
+
 #include <algorithm>
 #include <atomic>
 
+#include "base/library_module_win.h"
 #include "base/text.h"
+#include "controls/balloon_tip_win.h"
 #include "controls/clipboard_win.h"
 
 namespace varion {
 namespace {
 
 constexpr UINT kRefusedBeep = MB_ICONEXCLAMATION;  // 0x30
+constexpr UINT_PTR kHoverTimer = 1;
+constexpr UINT kHoverMs = 10;
+constexpr UINT kCopiedTipMs = 3000;
+// The button width: the system's scroll-bar thumb width (metric 10).
+constexpr int kButtonWidthMetric = SM_CXHTHUMB;
+constexpr COLORREF kBitmapTransparent = RGB(255, 0, 255);
+constexpr UINT_PTR kCalcTool = 1, kCopyTool = 2;
+constexpr DWORD kFrameChanged = SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED;
+
+HBITMAP LoadButtonBitmap(const wchar_t* name, SIZE& size) {
+  HMODULE module = nullptr;
+  if (!FindLibraryResource(name, MAKEINTRESOURCEW(2) /* RT_BITMAP */, &module)) return nullptr;
+  auto* bitmap = static_cast<HBITMAP>(LoadImageW(module, name, IMAGE_BITMAP, 0, 0, LR_DEFAULTCOLOR));
+  BITMAP info{};
+  if (bitmap && GetObjectW(bitmap, sizeof info, &info)) size = {info.bmWidth, info.bmHeight};
+  return bitmap;
+}
 
 std::atomic<CurrencyBeepHook> g_beepHook{nullptr};
 
@@ -40,10 +62,19 @@ using varion::CurrencySelection;
 
 // Attaching ---------------------------------------------------------------------------------------
 
+CVelCurrencyEdit::CVelCurrencyEdit() {
+  m_calcBitmap.reset(varion::LoadButtonBitmap(L"IDB_CALC_BTN", m_calcSize));
+  SIZE disabled{};
+  m_calcBitmapDisabled.reset(varion::LoadButtonBitmap(L"IDB_CALC_BTN_DISABLED", disabled));
+  m_copyBitmap.reset(varion::LoadButtonBitmap(L"IDB_BTNCOPY", m_copySize));
+}
+
 CVelCurrencyEdit* CVelCurrencyEdit::Attach(HWND edit) {
   if (auto* existing = FromHandle(edit)) return existing;
   auto* field = AttachNew<CVelCurrencyEdit>(edit);
-  if (field) field->Initialize();
+  if (!field) return nullptr;
+  SetWindowPos(edit, nullptr, 0, 0, 0, 0, varion::kFrameChanged);  // room for the buttons
+  field->Initialize();
   return field;
 }
 
@@ -60,7 +91,9 @@ CVelCurrencyEnterEdit* CVelCurrencyEnterEdit::Attach(HWND edit) {
   if (auto* existing = dynamic_cast<CVelCurrencyEnterEdit*>(CVelControlBase::FromHandle(edit))) return existing;
   if (CVelControlBase::FromHandle(edit)) return nullptr;  // another kind of field is attached
   auto* field = AttachNew<CVelCurrencyEnterEdit>(edit);
-  if (field) field->Initialize();
+  if (!field) return nullptr;
+  SetWindowPos(edit, nullptr, 0, 0, 0, 0, varion::kFrameChanged);
+  field->Initialize();
   return field;
 }
 
@@ -138,6 +171,39 @@ LRESULT CVelCurrencyEdit::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
     case WM_KILLFOCUS:
       Apply(m_model.OnKillFocus(ReadSelection()));
       break;
+    case WM_NCCALCSIZE:
+      return OnNcCalcSize(wp, lp);
+    case WM_NCHITTEST:
+      return OnNcHitTest(wp, lp);
+    case WM_NCPAINT: {
+      const LRESULT r = CVelEditBase::WindowProc(msg, wp, lp);
+      DrawButtons();
+      return r;
+    }
+    case WM_NCMOUSEMOVE:
+      RelayToTooltip(WM_MOUSEMOVE, lp);
+      break;
+    case WM_NCLBUTTONDOWN:
+    case WM_NCLBUTTONDBLCLK:
+      RelayToTooltip(WM_LBUTTONDOWN, lp);
+      if (OnNcButtonDown(lp)) return 0;
+      break;
+    case WM_TIMER:
+      if (wp != varion::kHoverTimer) break;
+      OnHoverTimer();
+      return 0;
+    case WM_STYLECHANGED: {
+      const LRESULT r = CVelEditBase::WindowProc(msg, wp, lp);
+      const auto* change = reinterpret_cast<const STYLESTRUCT*>(lp);
+      if (wp == static_cast<WPARAM>(GWL_STYLE) && change) OnStyleChanged(change->styleOld, change->styleNew);
+      return r;
+    }
+    case WM_ENABLE: {
+      const LRESULT r = CVelEditBase::WindowProc(msg, wp, lp);
+      UpdateTooltips();
+      RedrawFrame();
+      return r;
+    }
   }
   return CVelEditBase::WindowProc(msg, wp, lp);
 }
@@ -246,6 +312,171 @@ void CVelCurrencyEdit::Apply(const CurrencyEditModel::Result& r) {
     case CurrencyEditModel::Command::None:
       break;
   }
+}
+
+// The buttons in the frame ------------------------------------------------------------------------
+
+// The calculator button takes the right end of what would be the client area, the copy button
+// the width left of it.
+LRESULT CVelCurrencyEdit::OnNcCalcSize(WPARAM wp, LPARAM lp) {
+  auto* rect = reinterpret_cast<RECT*>(lp);  // also the first rectangle of NCCALCSIZE_PARAMS
+  const RECT window = *rect;
+  const LRESULT r = CVelEditBase::WindowProc(WM_NCCALCSIZE, wp, lp);
+  SyncStyle();
+  m_calcRect = m_copyRect = RECT{};
+  RECT& client = *rect;
+  m_clientOrigin = {client.left - window.left, client.top - window.top};
+  if (m_model.HasCalculatorBtn()) {
+    const int width = GetSystemMetrics(varion::kButtonWidthMetric);
+    auto carve = [&](RECT& button) {
+      const int left = std::max(client.left, client.right - width);
+      button = {left - window.left, client.top - window.top, client.right - window.left, client.bottom - window.top};
+      client.right = left;
+    };
+    carve(m_calcRect);
+    if (m_model.ShowCopyButton()) carve(m_copyRect);
+  }
+  UpdateTooltips();
+  return r;
+}
+
+LRESULT CVelCurrencyEdit::OnNcHitTest(WPARAM wp, LPARAM lp) {
+  LRESULT hit = CVelEditBase::WindowProc(WM_NCHITTEST, wp, lp);
+  const POINT p = ToWindow(lp);
+  if (!PtInRect(&m_calcRect, p) && !PtInRect(&m_copyRect, p)) return hit;
+  if (hit == HTNOWHERE) hit = HTBORDER;
+  SyncStyle();
+  if (!m_hot && m_model.IsCtrlEnabled()) {
+    m_hot = true;
+    if (!m_tooltip) {
+      m_tooltip.reset(CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
+                                      CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, m_hWnd, nullptr,
+                                      varion::LibraryModule(), nullptr));
+      UpdateTooltips();
+    }
+    RedrawFrame();
+    m_hoverTimer.Set(m_hWnd, varion::kHoverTimer, varion::kHoverMs);
+  }
+  return hit;
+}
+
+// The system tells the frame no leaving, so a timer watches the cursor until it is gone.
+void CVelCurrencyEdit::OnHoverTimer() {
+  POINT cursor{};
+  GetCursorPos(&cursor);
+  const POINT p = ToWindow(MAKELPARAM(cursor.x, cursor.y));
+  if (PtInRect(&m_calcRect, p) || PtInRect(&m_copyRect, p)) return;
+  m_hoverTimer.Kill();
+  m_hot = false;
+  RedrawFrame();
+}
+
+bool CVelCurrencyEdit::OnNcButtonDown(LPARAM screenPoint) {
+  const POINT p = ToWindow(screenPoint);
+  if (PtInRect(&m_calcRect, p)) {
+    ButtonClicked();
+    return true;
+  }
+  if (PtInRect(&m_copyRect, p)) {
+    CopyBtnClicked();
+    return true;
+  }
+  return false;
+}
+
+void CVelCurrencyEdit::ButtonClicked() {
+  if (GetCapture()) return;  // a drag or a menu of someone else's is under way
+  if (GetFocus() != m_hWnd) SetFocus(m_hWnd);
+}
+
+void CVelCurrencyEdit::CopyBtnClicked() {
+  if (GetFocus() != m_hWnd) SetFocus(m_hWnd);
+  varion::SetClipboardText(m_hWnd, m_model.CopyButtonClicked());
+  RECT r;
+  GetWindowRect(m_hWnd, &r);
+  varion::TipMsgBoxAt(m_hWnd, POINT{r.left, r.bottom}, "", "Skopiowano do schowka.", MB_ICONINFORMATION,
+                      varion::kCopiedTipMs);
+}
+
+void CVelCurrencyEdit::OnStyleChanged(DWORD oldStyle, DWORD newStyle) {
+  const DWORD changed = oldStyle ^ newStyle;
+  if (changed & varion::kStyleNoCalculator) {
+    SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0, varion::kFrameChanged);
+  } else if (changed & (varion::kStyleReadOnly | varion::kStyleDisabled)) {
+    UpdateTooltips();
+    RedrawFrame();
+  }
+}
+
+void CVelCurrencyEdit::DrawButtons() {
+  if (IsRectEmpty(&m_calcRect) || !IsWindowVisible(m_hWnd)) return;
+  const varion::WindowDc dc(m_hWnd, true);
+  if (!dc) return;
+  const varion::unique_dc memory(CreateCompatibleDC(dc.get()));
+  SyncStyle();
+  POINT cursor{};
+  GetCursorPos(&cursor);
+  const POINT at = ToWindow(MAKELPARAM(cursor.x, cursor.y));
+  auto draw = [&](RECT face, HBITMAP bitmap, SIZE size) {
+    if (IsRectEmpty(&face)) return;
+    FillRect(dc.get(), &face, GetSysColorBrush(COLOR_BTNFACE));
+    const bool hot = m_hot && PtInRect(&face, at);
+    DrawEdge(dc.get(), &face, hot ? EDGE_RAISED : BDR_RAISEDINNER, BF_RECT);
+    if (!bitmap || !memory) return;
+    const varion::SelectedObject selected(memory.get(), bitmap);
+    const int w = std::min<int>(size.cx, face.right - face.left), h = std::min<int>(size.cy, face.bottom - face.top);
+    TransparentBlt(dc.get(), face.left + (face.right - face.left - w) / 2, face.top + (face.bottom - face.top - h) / 2,
+                   w, h, memory.get(), 0, 0, w, h, varion::kBitmapTransparent);
+  };
+  draw(m_calcRect, m_model.IsCtrlEnabled() ? m_calcBitmap.get() : m_calcBitmapDisabled.get(), m_calcSize);
+  draw(m_copyRect, m_copyBitmap.get(), m_copySize);
+}
+
+void CVelCurrencyEdit::RedrawFrame() {
+  if (IsWindowVisible(m_hWnd)) SendMessageW(m_hWnd, WM_NCPAINT, 1, 0);
+}
+
+// The calculator's tip only while the field can be edited and its tip is wanted.
+void CVelCurrencyEdit::UpdateTooltips() {
+  if (!m_tooltip) return;
+  SyncStyle();
+  for (UINT_PTR id : {varion::kCalcTool, varion::kCopyTool}) {
+    TTTOOLINFOW ti{};
+    ti.cbSize = TTTOOLINFOW_V2_SIZE;
+    ti.hwnd = m_hWnd;
+    ti.uId = id;
+    SendMessageW(m_tooltip.get(), TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
+  }
+  auto add = [&](UINT_PTR id, const RECT& button, const char* text) {
+    if (IsRectEmpty(&button)) return;
+    std::wstring wide = varion::text::Cp1250ToWide(text);
+    TTTOOLINFOW ti{};
+    ti.cbSize = TTTOOLINFOW_V2_SIZE;
+    ti.hwnd = m_hWnd;
+    ti.uId = id;
+    ti.rect = button;  // client coordinates, beyond the client area's right edge
+    OffsetRect(&ti.rect, -m_clientOrigin.x, -m_clientOrigin.y);
+    ti.lpszText = wide.data();
+    SendMessageW(m_tooltip.get(), TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
+  };
+  if (m_model.IsCtrlEnabled() && !m_model.NoCalculatorTooltip()) add(varion::kCalcTool, m_calcRect, "Pokaż kalkulator");
+  add(varion::kCopyTool, m_copyRect, "Kopiuj");
+}
+
+// The tooltip watches client messages only: the frame's mouse messages are passed to it in client
+// coordinates, which lie right of the client area over the buttons.
+void CVelCurrencyEdit::RelayToTooltip(UINT mouseMsg, LPARAM screenPoint) {
+  if (!m_tooltip) return;
+  POINT p{GET_X_LPARAM(screenPoint), GET_Y_LPARAM(screenPoint)};
+  ScreenToClient(m_hWnd, &p);
+  MSG msg{m_hWnd, mouseMsg, 0, MAKELPARAM(p.x, p.y), static_cast<DWORD>(GetMessageTime()), {}};
+  SendMessageW(m_tooltip.get(), TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&msg));
+}
+
+POINT CVelCurrencyEdit::ToWindow(LPARAM screenPoint) const {
+  RECT r;
+  GetWindowRect(m_hWnd, &r);
+  return {GET_X_LPARAM(screenPoint) - r.left, GET_Y_LPARAM(screenPoint) - r.top};
 }
 
 // The Enter variant -------------------------------------------------------------------------------

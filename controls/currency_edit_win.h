@@ -46,9 +46,17 @@ class VARION_API CVelCurrencyEdit : public CVelEditBase {
   // forbidden.
   virtual void PasteText(const std::string& text);
 
+  // The buttons in the frame, in window coordinates (empty without the button), and the
+  // tooltip window that names them (made when the mouse first comes over a button).
+  const RECT& CalcButtonRect() const { return m_calcRect; }
+  const RECT& CopyButtonRect() const { return m_copyRect; }
+  HWND Tooltip() const { return m_tooltip.get(); }
+  bool IsButtonHot() const { return m_hot; }
+  bool IsHoverTimerRunning() const { return m_hoverTimer.IsSet(); }
+
  protected:
   friend class CVelControlBase;
-  CVelCurrencyEdit() = default;
+  CVelCurrencyEdit();
 
   LRESULT WindowProc(UINT msg, WPARAM wParam, LPARAM lParam) override;
   virtual LRESULT OnKeyDown(WPARAM vk, LPARAM flags);
@@ -69,10 +77,31 @@ class VARION_API CVelCurrencyEdit : public CVelEditBase {
   void OnCut();
   void OnPaste();
   void OnReplaceSel(LPARAM text);
+  // The frame's buttons.
+  LRESULT OnNcCalcSize(WPARAM wp, LPARAM lp);
+  LRESULT OnNcHitTest(WPARAM wp, LPARAM lp);
+  bool OnNcButtonDown(LPARAM screenPoint);
+  void OnHoverTimer();
+  void OnStyleChanged(DWORD oldStyle, DWORD newStyle);
+  void DrawButtons();
+  void RedrawFrame();
+  void UpdateTooltips();
+  void RelayToTooltip(UINT mouseMsg, LPARAM screenPoint);
+  POINT ToWindow(LPARAM screenPoint) const;
+  void ButtonClicked();
+  void CopyBtnClicked();
 
   varion::CurrencyEditModel m_model;
   std::wstring m_shown;        // the display text last given to the edit
   bool m_initialized = false;  // the value has been shown
+
+  varion::unique_bitmap m_calcBitmap, m_calcBitmapDisabled, m_copyBitmap;
+  SIZE m_calcSize{}, m_copySize{};
+  RECT m_calcRect{}, m_copyRect{};  // window coordinates
+  POINT m_clientOrigin{};           // the client area's corner in window coordinates
+  bool m_hot = false;
+  varion::WindowTimer m_hoverTimer;
+  varion::unique_window m_tooltip;
 };
 
 // The amount field that also reports Enter to its parent (message kMsgCurrencyEnter).

@@ -3,6 +3,7 @@
 // and are tested natively; these tests check that the window hands every message to the model
 // and shows what it answers.
 #include <windows.h>
+#include <commctrl.h>
 
 #include <gtest/gtest.h>
 
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "controls/balloon_tip_win.h"
 #include "controls/clipboard_win.h"
 #include "controls/currency_edit_win.h"
 #include "tests/win_support.h"
@@ -318,6 +320,157 @@ TEST_F(CurrencyEditTest, LosingTheFocusForgetsANegativeZeroOnly) {
   Type("-5");
   SetFocus(m_parent.get());
   EXPECT_EQ(GetTextA(Edit()), "-5,0000");
+}
+
+// The frame's buttons ------------------------------------------------------------------------------
+
+// Where a button should be: right of the client area, as wide as the system's metric 10, in
+// window coordinates; `index` 0 is the rightmost.
+RECT ExpectedButton(HWND edit, int index) {
+  RECT client, window;
+  GetClientRect(edit, &client);
+  GetWindowRect(edit, &window);
+  POINT origin{0, 0};
+  ClientToScreen(edit, &origin);
+  const int w = GetSystemMetrics(10);
+  int buttons = 0;
+  for (const RECT& r : {CVelCurrencyEdit::FromHandle(edit)->CalcButtonRect(),
+                        CVelCurrencyEdit::FromHandle(edit)->CopyButtonRect()})
+    buttons += IsRectEmpty(&r) ? 0 : 1;
+  const int left = origin.x - window.left + client.right + (buttons - 1 - index) * w;
+  const int top = origin.y - window.top;
+  return {left, top, left + w, top + client.bottom};
+}
+
+POINT ScreenCentre(HWND edit, const RECT& button) {
+  RECT window;
+  GetWindowRect(edit, &window);
+  return {window.left + (button.left + button.right) / 2, window.top + (button.top + button.bottom) / 2};
+}
+
+LPARAM At(POINT p) { return MAKELPARAM(p.x, p.y); }
+
+std::vector<std::string> ToolTexts(HWND tooltip) {
+  std::vector<std::string> out;
+  const auto n = static_cast<UINT>(SendMessageW(tooltip, TTM_GETTOOLCOUNT, 0, 0));
+  for (UINT i = 0; i < n; ++i) {
+    wchar_t text[80] = {};
+    TTTOOLINFOW ti{};
+    ti.cbSize = TTTOOLINFOW_V2_SIZE;
+    ti.lpszText = text;
+    if (SendMessageW(tooltip, TTM_ENUMTOOLSW, i, reinterpret_cast<LPARAM>(&ti))) out.push_back(text::WideToCp1250(text));
+  }
+  return out;
+}
+
+TEST_F(CurrencyEditTest, ButtonsTakeTheSystemWidthRightOfTheTextAndAnswerAsBorder) {
+  const int w = GetSystemMetrics(10);
+  ASSERT_GT(w, 0);
+  unique_hwnd plain(CreateWindowExW(WS_EX_CLIENTEDGE, L"EDIT", L"", WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL, 10, 40,
+                                    220, 24, m_parent.get(), nullptr, nullptr, nullptr));
+  RECT plainClient;
+  GetClientRect(plain.get(), &plainClient);
+  struct Case {
+    DWORD style;
+    bool copy;
+    int buttons;
+  } cases[] = {{0, false, 1}, {0, true, 2}, {kStyleNoCalculator, true, 0}, {ES_READONLY, true, 2}};
+  for (const Case& c : cases) {
+    SCOPED_TRACE(::testing::Message() << c.style << " " << c.copy);
+    CVelCurrencyEdit* field = Make(c.style);
+    if (c.copy) field->OnSetSettings("", kSetShowCopyButton);
+    RECT client;
+    GetClientRect(Edit(), &client);
+    EXPECT_EQ(plainClient.right - client.right, c.buttons * w);
+    const RECT calc = field->CalcButtonRect(), copy = field->CopyButtonRect();
+    EXPECT_EQ(IsRectEmpty(&calc), c.buttons == 0);
+    EXPECT_EQ(IsRectEmpty(&copy), c.buttons < 2);
+    if (c.buttons == 0) continue;
+    const RECT expectedCalc = ExpectedButton(Edit(), 0);
+    EXPECT_TRUE(EqualRect(&calc, &expectedCalc));
+    EXPECT_EQ(SendMessageW(Edit(), WM_NCHITTEST, 0, At(ScreenCentre(Edit(), calc))), HTBORDER);
+    if (c.buttons == 2) {
+      const RECT expectedCopy = ExpectedButton(Edit(), 1);
+      EXPECT_TRUE(EqualRect(&copy, &expectedCopy));
+      EXPECT_EQ(SendMessageW(Edit(), WM_NCHITTEST, 0, At(ScreenCentre(Edit(), copy))), HTBORDER);
+    }
+    POINT inside{client.right / 2, client.bottom / 2};
+    ClientToScreen(Edit(), &inside);
+    EXPECT_EQ(SendMessageW(Edit(), WM_NCHITTEST, 0, At(inside)), HTCLIENT);
+  }
+  // The style bit taken away later brings the button back.
+  Make(kStyleNoCalculator);
+  SetWindowLongW(Edit(), GWL_STYLE, GetWindowLongW(Edit(), GWL_STYLE) & ~static_cast<LONG>(kStyleNoCalculator));
+  EXPECT_FALSE(IsRectEmpty(&CVelCurrencyEdit::FromHandle(Edit())->CalcButtonRect()));
+}
+
+TEST_F(CurrencyEditTest, CopyButtonPutsTwoDecimalsOnTheClipboardAndSaysSo) {
+  struct Case {
+    const char* value;
+    unsigned decimals;
+    const char* copied;
+  } cases[] = {{"1234,5678", 4, "1234.57"}, {"-0,5", 2, "-0.50"}, {"7", 0, "7.00"}};
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.value);
+    CVelCurrencyEdit* field = Make();
+    field->OnSetSettings("", c.decimals);
+    field->OnSetSettings("", kSetShowCopyButton);
+    SetText(c.value);
+    SetFocus(m_parent.get());
+    SendMessageW(Edit(), WM_NCLBUTTONDOWN, HTBORDER, At(ScreenCentre(Edit(), field->CopyButtonRect())));
+    std::string clip;
+    GetClipboardText(Edit(), clip);
+    EXPECT_EQ(clip, c.copied);
+    EXPECT_EQ(GetFocus(), Edit());
+    EXPECT_EQ(CurrentTipText(Edit()), "Skopiowano do schowka.");
+  }
+  HideTipMsgBox();
+  // The calculator button takes the focus too.
+  CVelCurrencyEdit* field = Make();
+  SetFocus(m_parent.get());
+  SendMessageW(Edit(), WM_NCLBUTTONDOWN, HTBORDER, At(ScreenCentre(Edit(), field->CalcButtonRect())));
+  EXPECT_EQ(GetFocus(), Edit());
+}
+
+TEST_F(CurrencyEditTest, HoveringMakesTheButtonsHotUntilTheMouseLeavesAndNamesThem) {
+  auto buttonPixels = [&](const RECT& r) {
+    RedrawWindow(Edit(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_UPDATENOW);
+    const WindowDc dc(Edit(), true);
+    std::vector<COLORREF> pixels;
+    for (int y = r.top; y < r.bottom; ++y)
+      for (int x = r.left; x < r.right; ++x) pixels.push_back(GetPixel(dc.get(), x, y));
+    return pixels;
+  };
+  CVelCurrencyEdit* field = Make();
+  field->OnSetSettings("", kSetShowCopyButton);
+  const std::vector<COLORREF> enabledLook = buttonPixels(field->CalcButtonRect());
+  const POINT calc = ScreenCentre(Edit(), field->CalcButtonRect());
+  SetCursorPos(calc.x, calc.y);
+  EXPECT_EQ(SendMessageW(Edit(), WM_NCHITTEST, 0, At(calc)), HTBORDER);
+  EXPECT_TRUE(field->IsButtonHot());
+  EXPECT_TRUE(field->IsHoverTimerRunning());
+  ASSERT_NE(field->Tooltip(), nullptr);
+  EXPECT_EQ(ToolTexts(field->Tooltip()), (std::vector<std::string>{"Pokaż kalkulator", "Kopiuj"}));
+  PumpMessages(40);  // still over the button: the timer goes on
+  EXPECT_TRUE(field->IsHoverTimerRunning());
+  RECT window;
+  GetWindowRect(Edit(), &window);
+  SetCursorPos(window.left - 30, window.bottom + 40);
+  PumpMessages(60);
+  EXPECT_FALSE(field->IsButtonHot());
+  EXPECT_FALSE(field->IsHoverTimerRunning());
+
+  // Read-only: the calculator's tip goes, the disabled bitmap shows and hovering changes nothing.
+  SendMessageW(Edit(), EM_SETREADONLY, TRUE, 0);
+  EXPECT_EQ(ToolTexts(field->Tooltip()), (std::vector<std::string>{"Kopiuj"}));
+  EXPECT_NE(buttonPixels(field->CalcButtonRect()), enabledLook);
+  SetCursorPos(calc.x, calc.y);
+  EXPECT_EQ(SendMessageW(Edit(), WM_NCHITTEST, 0, At(calc)), HTBORDER);
+  EXPECT_FALSE(field->IsButtonHot());
+  EXPECT_FALSE(field->IsHoverTimerRunning());
+  SendMessageW(Edit(), EM_SETREADONLY, FALSE, 0);
+  EXPECT_EQ(buttonPixels(field->CalcButtonRect()), enabledLook);
+  SetCursorPos(window.left - 30, window.bottom + 40);
 }
 
 }  // namespace
