@@ -5,11 +5,13 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstring>
 
 #include "base/library_module_win.h"
 #include "base/text.h"
 #include "controls/balloon_tip_win.h"
 #include "controls/clipboard_win.h"
+#include "controls/private_messages.h"
 
 namespace varion {
 namespace {
@@ -134,11 +136,18 @@ LRESULT CVelCurrencyEdit::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
     }
     case WM_CHAR:
       HideBalloon();
+      // While the calculator is open the keyboard is its own: the field keeps the focus.
+      if (IsCalcShown()) return SendMessageW(m_calc->GetHwnd(), msg, wp, lp);
       return OnChar(wp);
     case WM_KEYDOWN:
+      if (IsCalcShown() && wp != VK_F4) return SendMessageW(m_calc->GetHwnd(), msg, wp, lp);
       return OnKeyDown(wp, lp);
     case WM_GETDLGCODE:
-      return OnGetDlgCode(wp, lp);
+      // Enter and Esc belong to an open calculator, not to the dialog's buttons.
+      return OnGetDlgCode(wp, lp) | (IsCalcShown() ? DLGC_WANTALLKEYS : 0);
+    case WM_NOTIFY:
+      if (lp && OnCalcNotify(*reinterpret_cast<const NMHDR*>(lp))) return 0;
+      break;
     case WM_GETTEXT:
       return OnGetText(wp, lp);
     case WM_GETTEXTLENGTH:
@@ -170,6 +179,7 @@ LRESULT CVelCurrencyEdit::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
       return FALSE;
     case WM_KILLFOCUS:
       Apply(m_model.OnKillFocus(ReadSelection()));
+      if (m_calc && reinterpret_cast<HWND>(wp) != m_calc->GetHwnd()) DropDownCalc(false);
       break;
     case WM_NCCALCSIZE:
       return OnNcCalcSize(wp, lp);
@@ -309,9 +319,51 @@ void CVelCurrencyEdit::Apply(const CurrencyEditModel::Result& r) {
       PostMessageW(m_hWnd, WM_PASTE, 0, 0);
       break;
     case CurrencyEditModel::Command::ToggleCalculator:
+      DropDownCalc(!IsCalcShown());
+      break;
     case CurrencyEditModel::Command::None:
       break;
   }
+  if (r.calculatorSettings && m_calc) SendCalcSettings();
+}
+
+// The calculator ----------------------------------------------------------------------------------
+
+void CVelCurrencyEdit::SendCalcSettings() {
+  SendMessageW(m_calc->GetHwnd(), varion::MsgCalcSettings(), static_cast<WPARAM>(m_model.Decimals()),
+               reinterpret_cast<LPARAM>(m_model.Symbol().c_str()));
+}
+
+void CVelCurrencyEdit::DropDownCalc(bool show) {
+  if (!show) {
+    if (m_calc) m_calc->Hide();
+    return;
+  }
+  if (!m_calc) m_calc = varion::CalculatorWindow::Create();
+  if (!m_calc) return;
+  const HWND calc = m_calc->GetHwnd();
+  SendMessageW(calc, WM_SETFONT, static_cast<WPARAM>(SendMessageW(m_hWnd, WM_GETFONT, 0, 0)), FALSE);
+  SendMessageW(calc, varion::MsgCalcOwner(), reinterpret_cast<WPARAM>(m_hWnd), 0);
+  SendCalcSettings();
+  SetWindowTextW(calc, varion::text::Cp1250ToWide(m_model.PlainText()).c_str());
+  RECT r;
+  GetWindowRect(m_hWnd, &r);
+  m_calc->DropDown(r);
+}
+
+// The calculator's value becomes the field's as a text set by the user.
+bool CVelCurrencyEdit::OnCalcNotify(const NMHDR& header) {
+  if (!m_calc || header.hwndFrom != m_calc->GetHwnd()) return false;
+  if (header.code != varion::kCalcNotifyValueChange && header.code != varion::kCalcNotifyCloseUp) return false;
+  const auto& change = reinterpret_cast<const NMCLCVALUECHANGE&>(header);
+  const std::string value(change.value, strnlen(change.value, sizeof change.value));
+  SyncStyle();
+  CurrencyEditModel::Result r = m_model.OnSetText(value.c_str());
+  if (!r.failed) {
+    r.modified = r.valueChanged || r.modified;
+    Apply(r);
+  }
+  return true;
 }
 
 // The buttons in the frame ------------------------------------------------------------------------
@@ -387,6 +439,8 @@ bool CVelCurrencyEdit::OnNcButtonDown(LPARAM screenPoint) {
 void CVelCurrencyEdit::ButtonClicked() {
   if (GetCapture()) return;  // a drag or a menu of someone else's is under way
   if (GetFocus() != m_hWnd) SetFocus(m_hWnd);
+  SyncStyle();
+  if (!m_model.IsReadOnly()) DropDownCalc(!IsCalcShown());
 }
 
 void CVelCurrencyEdit::CopyBtnClicked() {

@@ -4,8 +4,10 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <string>
 
+#include "controls/calculator_win.h"
 #include "controls/currency_model.h"
 #include "controls/vel_controls_win.h"
 
@@ -54,6 +56,12 @@ class VARION_API CVelCurrencyEdit : public CVelEditBase {
   bool IsButtonHot() const { return m_hot; }
   bool IsHoverTimerRunning() const { return m_hoverTimer.IsSet(); }
 
+  // Shows the calculator (made on first use) against the field with the field's font, decimals,
+  // symbol and value, or hides it. Without a calculator window the field works on without one.
+  void DropDownCalc(bool show);
+  bool IsCalcShown() const { return m_calc && m_calc->IsShown(); }
+  varion::CalculatorWindow* Calculator() const { return m_calc.get(); }
+
  protected:
   friend class CVelControlBase;
   CVelCurrencyEdit();
@@ -90,6 +98,8 @@ class VARION_API CVelCurrencyEdit : public CVelEditBase {
   POINT ToWindow(LPARAM screenPoint) const;
   void ButtonClicked();
   void CopyBtnClicked();
+  bool OnCalcNotify(const NMHDR& header);
+  void SendCalcSettings();
 
   varion::CurrencyEditModel m_model;
   std::wstring m_shown;        // the display text last given to the edit
@@ -102,6 +112,7 @@ class VARION_API CVelCurrencyEdit : public CVelEditBase {
   bool m_hot = false;
   varion::WindowTimer m_hoverTimer;
   varion::unique_window m_tooltip;
+  std::unique_ptr<varion::CalculatorWindow> m_calc;
 };
 
 // The amount field that also reports Enter to its parent (message kMsgCurrencyEnter).

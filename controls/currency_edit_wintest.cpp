@@ -7,13 +7,16 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "base/text.h"
 #include "controls/balloon_tip_win.h"
+#include "controls/calculator_win.h"
 #include "controls/clipboard_win.h"
 #include "controls/currency_edit_win.h"
+#include "base/library_module_win.h"
 #include "tests/win_support.h"
 
 namespace varion {
@@ -98,7 +101,7 @@ class CurrencyEditTest : public ::testing::Test {
       }
       static const std::pair<std::string_view, int> kNames[] = {
           {"Del", VK_DELETE}, {"Left", VK_LEFT}, {"Right", VK_RIGHT}, {"Ins", VK_INSERT}, {"F4", VK_F4},
-          {"Enter", VK_RETURN}, {"C", 'C'}, {"V", 'V'}, {"X", 'X'}, {"Home", VK_HOME}};
+          {"Enter", VK_RETURN}, {"Esc", VK_ESCAPE}, {"C", 'C'}, {"V", 'V'}, {"X", 'X'}, {"Home", VK_HOME}};
       int vk = 0;
       for (const auto& [n, code] : kNames)
         if (n == name) vk = code;
@@ -471,6 +474,203 @@ TEST_F(CurrencyEditTest, HoveringMakesTheButtonsHotUntilTheMouseLeavesAndNamesTh
   SendMessageW(Edit(), EM_SETREADONLY, FALSE, 0);
   EXPECT_EQ(buttonPixels(field->CalcButtonRect()), enabledLook);
   SetCursorPos(window.left - 30, window.bottom + 40);
+}
+
+// The calculator ----------------------------------------------------------------------------------
+
+std::vector<UINT> CalcNotifications(const MessageRecorder& recorder) {
+  std::vector<UINT> codes;
+  for (const auto& m : recorder.Messages())
+    if (m.message == WM_NOTIFY && m.wParam == CalculatorWindow::kControlId) codes.push_back(static_cast<UINT>(m.lParam));
+  return codes;
+}
+
+// What the calculator was created with, as the creation hook sees it (the system drops the topmost
+// bit of a child window afterwards).
+CREATESTRUCTW g_calcCreated{};
+LRESULT CALLBACK RecordCalculatorCreation(int code, WPARAM wp, LPARAM lp) {
+  if (code == HCBT_CREATEWND) {
+    wchar_t cls[32] = {};
+    GetClassNameW(reinterpret_cast<HWND>(wp), cls, 32);
+    if (std::wstring_view(cls) == L"vel_calculator") g_calcCreated = *reinterpret_cast<CBT_CREATEWNDW*>(lp)->lpcs;
+  }
+  return CallNextHookEx(nullptr, code, wp, lp);
+}
+
+TEST_F(CurrencyEditTest, CalculatorDropsDownUnderTheFieldAndItsResultBecomesTheValue) {
+  CVelCurrencyEdit* field = Make();
+  field->OnSetSettings("zł", 2);
+  SetText("12,5");
+  SetFocus(Edit());
+  g_calcCreated = {};
+  {
+    const unique_hook recorder(SetWindowsHookExW(WH_CBT, RecordCalculatorCreation, nullptr, GetCurrentThreadId()));
+    Type("{F4}");
+  }
+  CalculatorWindow* calc = field->Calculator();
+  ASSERT_NE(calc, nullptr);
+  const HWND c = calc->GetHwnd();
+  EXPECT_TRUE(field->IsCalcShown());
+  EXPECT_EQ(g_calcCreated.dwExStyle, 0x88u);
+  EXPECT_EQ(static_cast<DWORD>(g_calcCreated.style), 0x44800000u);
+  EXPECT_EQ(g_calcCreated.hwndParent, GetDesktopWindow());
+  EXPECT_EQ(g_calcCreated.hMenu, reinterpret_cast<HMENU>(1));
+  EXPECT_EQ(static_cast<DWORD>(GetWindowLongW(c, GWL_STYLE)), 0x44800000u | WS_VISIBLE);
+  EXPECT_EQ(GetDlgCtrlID(c), 1);
+  EXPECT_EQ(GetAncestor(c, GA_PARENT), GetDesktopWindow());
+  EXPECT_EQ(calc->Owner(), Edit());
+  EXPECT_EQ(GetTextA(c), "12,5000");
+  EXPECT_EQ(calc->Model().Value(), Amount::FromRaw(125000));
+  EXPECT_EQ(calc->Model().Decimals(), 2);
+  EXPECT_EQ(GetFocus(), Edit());  // shown without taking the activation
+  EXPECT_EQ(reinterpret_cast<HFONT>(SendMessageW(c, WM_GETFONT, 0, 0)),
+            reinterpret_cast<HFONT>(SendMessageW(Edit(), WM_GETFONT, 0, 0)));
+  RECT e, r;
+  GetWindowRect(Edit(), &e);
+  GetWindowRect(c, &r);
+  EXPECT_EQ(r.top, e.bottom);
+  EXPECT_EQ(r.left, e.left);
+
+  // Keys typed into the field work the calculator; the field hears of each completed value, then
+  // of the close-up.
+  {
+    MessageRecorder notes(Edit());
+    Type("+2=");
+    EXPECT_EQ(Shown(), "14,50 zł");
+    EXPECT_TRUE(field->IsCalcShown());
+    Type("*2");
+    EXPECT_EQ(Shown(), "14,50 zł");  // the second operand is no value yet
+    Type("{Enter}");
+    EXPECT_FALSE(field->IsCalcShown());
+    EXPECT_EQ(GetTextA(Edit()), "29,0000");
+    EXPECT_EQ(CalcNotifications(notes), (std::vector<UINT>{kCalcNotifyValueChange, kCalcNotifyCloseUp}));
+    EXPECT_TRUE(SendMessageW(Edit(), EM_GETMODIFY, 0, 0));
+  }
+  // Esc gives the value back that the calculator opened with.
+  Type("{F4}");
+  EXPECT_EQ(calc->Model().Value(), Amount::FromRaw(290000));
+  Type("7");
+  EXPECT_EQ(Shown(), "7,00 zł");
+  Type("{Esc}");
+  EXPECT_FALSE(field->IsCalcShown());
+  EXPECT_EQ(Shown(), "29,00 zł");
+
+  // Its own keys, clicked; new settings reach it while it exists.
+  Type("{F4}");
+  field->OnSetSettings("", 4);
+  EXPECT_EQ(calc->Model().Decimals(), 4);
+  for (char key : {'C', '7', ',', '2', '5'}) {
+    const RECT k = calc->KeyRect(key);
+    ASSERT_FALSE(IsRectEmpty(&k)) << key;
+    SendMessageW(c, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM((k.left + k.right) / 2, (k.top + k.bottom) / 2));
+    SendMessageW(c, WM_LBUTTONUP, 0, MAKELPARAM((k.left + k.right) / 2, (k.top + k.bottom) / 2));
+  }
+  EXPECT_EQ(Shown(), "7,2500");
+  EXPECT_EQ(SendMessageW(c, WM_MOUSEACTIVATE, reinterpret_cast<WPARAM>(GetAncestor(Edit(), GA_ROOT)), 0),
+            MA_NOACTIVATE);
+  Type("{F4}");  // F4 closes it again
+  EXPECT_FALSE(field->IsCalcShown());
+  EXPECT_EQ(Shown(), "7,2500");
+}
+
+TEST_F(CurrencyEditTest, CalculatorButtonTogglesItAndLeavingTheFieldClosesIt) {
+  struct Case {
+    const char* how;
+    std::function<void(HWND edit, HWND parent, HWND calc)> close;
+  } cases[] = {
+      {"button", [](HWND edit, HWND, HWND) {
+         auto* f = CVelCurrencyEdit::FromHandle(edit);
+         SendMessageW(edit, WM_NCLBUTTONDOWN, HTBORDER, At(ScreenCentre(edit, f->CalcButtonRect())));
+       }},
+      {"focus elsewhere", [](HWND, HWND parent, HWND) { SetFocus(parent); }},
+      {"application deactivated", [](HWND, HWND, HWND calc) { SendMessageW(calc, WM_ACTIVATEAPP, FALSE, 0); }},
+      {"click elsewhere", [](HWND, HWND parent, HWND) {
+         RECT p;
+         GetWindowRect(parent, &p);
+         SetCursorPos(p.left + 300, p.top + 150);
+         INPUT clicks[2] = {};
+         clicks[0].type = clicks[1].type = INPUT_MOUSE;
+         clicks[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+         clicks[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
+         SendInput(2, clicks, sizeof(INPUT));
+         PumpMessages(100);
+       }},
+  };
+  for (auto& c : cases) {
+    SCOPED_TRACE(c.how);
+    CVelCurrencyEdit* field = Make();
+    SetFocus(Edit());
+    SendMessageW(Edit(), WM_NCLBUTTONDOWN, HTBORDER, At(ScreenCentre(Edit(), field->CalcButtonRect())));
+    ASSERT_TRUE(field->IsCalcShown());
+    c.close(Edit(), m_parent.get(), field->Calculator()->GetHwnd());
+    PumpMessages(20);
+    EXPECT_FALSE(field->IsCalcShown());
+  }
+  // Read-only: neither the button nor F4 opens it.
+  CVelCurrencyEdit* field = Make(ES_READONLY);
+  SetFocus(Edit());
+  SendMessageW(Edit(), WM_NCLBUTTONDOWN, HTBORDER, At(ScreenCentre(Edit(), field->CalcButtonRect())));
+  Type("{F4}");
+  EXPECT_EQ(field->Calculator(), nullptr);
+}
+
+TEST_F(CurrencyEditTest, CalculatorStaysOnTheMonitor) {
+  const RECT work{0, 0, 1000, 700};
+  struct Case {
+    RECT anchor;
+    SIZE size;
+    POINT expected;
+  } cases[] = {
+      {{100, 100, 300, 120}, {150, 120}, {100, 120}},  // below, left-aligned
+      {{100, 600, 300, 620}, {150, 120}, {100, 480}},  // no room below: above
+      {{900, 100, 990, 120}, {150, 120}, {850, 120}},  // kept inside on the right
+      {{-50, 100, 100, 120}, {150, 120}, {0, 120}},    // and on the left
+      {{100, 10, 300, 640}, {150, 120}, {100, 580}},   // room neither above nor below
+  };
+  for (const Case& c : cases) {
+    const POINT p = CalculatorWindow::PlaceAgainst(c.anchor, c.size, work);
+    EXPECT_EQ(p.x, c.expected.x) << c.anchor.left << "," << c.anchor.top;
+    EXPECT_EQ(p.y, c.expected.y) << c.anchor.left << "," << c.anchor.top;
+  }
+  // A field at the bottom right of the screen drops its calculator above and inside.
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  GetMonitorInfoW(MonitorFromWindow(m_parent.get(), MONITOR_DEFAULTTONEAREST), &monitor);
+  SetWindowPos(m_parent.get(), nullptr, monitor.rcWork.right - 250, monitor.rcWork.bottom - 80, 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER);
+  CVelCurrencyEdit* field = Make();
+  SetFocus(Edit());
+  field->DropDownCalc(true);
+  ASSERT_TRUE(field->IsCalcShown());
+  RECT e, r, inside;
+  GetWindowRect(Edit(), &e);
+  GetWindowRect(field->Calculator()->GetHwnd(), &r);
+  EXPECT_LE(r.bottom, e.top);
+  EXPECT_TRUE(IntersectRect(&inside, &r, &monitor.rcWork) && EqualRect(&inside, &r));
+}
+
+LRESULT CALLBACK RefusingProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
+  return msg == WM_NCCREATE ? FALSE : DefWindowProcW(h, msg, wp, lp);
+}
+
+TEST_F(CurrencyEditTest, FieldWorksOnWhenNoCalculatorCanBeMade) {
+  // A class of that name that refuses its windows takes the place of the calculator's.
+  UnregisterClassW(L"vel_calculator", LibraryModule());
+  WNDCLASSW wc{};
+  wc.lpfnWndProc = RefusingProc;
+  wc.hInstance = LibraryModule();
+  wc.lpszClassName = L"vel_calculator";
+  ASSERT_TRUE(RegisterClassW(&wc));
+  CVelCurrencyEdit* field = Make();
+  SetFocus(Edit());
+  Type("{F4}");
+  SendMessageW(Edit(), WM_NCLBUTTONDOWN, HTBORDER, At(ScreenCentre(Edit(), field->CalcButtonRect())));
+  EXPECT_EQ(field->Calculator(), nullptr);
+  EXPECT_FALSE(field->IsCalcShown());
+  Type("42");
+  EXPECT_EQ(Shown(), "42,00");
+  m_edit.reset();
+  EXPECT_TRUE(UnregisterClassW(L"vel_calculator", LibraryModule()));
 }
 
 }  // namespace

@@ -142,7 +142,9 @@ void CHookSupp::InitVXAXVelControls(void* moduleState) {
 }
 
 void CHookSupp::InitVelControls() {
-  for (const auto& c : kClasses) RegisterVelClass(c.name, DefWindowProcW, c.baseClass, nullptr, kOwnClassStyle);
+  // The library's own classes answer as DefWindowProc does until an object of ours is attached.
+  for (const auto& c : kClasses)
+    RegisterVelClass(c.name, varion::Window::ClassProcedure(), c.baseClass, nullptr, kOwnClassStyle);
   InitDefSubProcMap();
   m_bInitialized = 1;
 }
