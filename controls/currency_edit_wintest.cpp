@@ -115,8 +115,8 @@ class CurrencyEditTest : public ::testing::Test {
   CurrencyBeepHook m_previousBeep = nullptr;
 };
 
-// Typed keys: what the edit shows, what it answers to WM_GETTEXT, where the caret stands and how
-// often it beeped. Every row starts from a fresh field.
+// Typed keys where positions matter: the display's grouping, sign and hidden decimals translated
+// to the model's positions and back. Every row starts from a fresh field.
 TEST_F(CurrencyEditTest, TypedKeysGoThroughTheRulesAndShowTheResult) {
   struct Case {
     const char* keys;
@@ -129,22 +129,14 @@ TEST_F(CurrencyEditTest, TypedKeysGoThroughTheRulesAndShowTheResult) {
     int caret;
     int beeps;
   } cases[] = {
-      {"123", ~0u, 0, "", -1, -1, "123,00", "123,0000", 3, 0},
-      {"12a,5x", ~0u, 0, "", -1, -1, "12,50", "12,5000", 4, 0},  // letters are swallowed
       {"1234567", ~0u, 0, "", -1, -1, "1 234 567,00", "1234567,0000", 9, 0},
       {"1234567890123", ~0u, 0, "", -1, -1, "123 456 789 012,00", "123456789012,0000", 15, 0},
-      {",129", ~0u, 0, "", -1, -1, "0,12", "0,1200", 4, 1},  // no third decimal
       {"1", 4, 0, "", 6, 6, "0,0000", "0,0000", 6, 1},        // at the very end
-      {"-", ~0u, 0, "", -1, -1, "-0,00", "-0,0000", 2, 0},
       {"-5", ~0u, 0, "", -1, -1, "-5,00", "-5,0000", 2, 0},
-      {"-5-", ~0u, 0, "", -1, -1, "5,00", "5,0000", 1, 0},
       {"-5", kSetForbidMinus, 0, "", -1, -1, "5,00", "5,0000", 1, 0},
-      {"\b", ~0u, 0, "5", -1, -1, "0,00", "0,0000", 1, 0},
       {"\b", ~0u, 0, "-0,5", -1, -1, "0,50", "0,5000", 1, 0},
       {"{Del}", ~0u, 0, "1,23", 1, 1, "1,30", "1,3000", 1, 0},
-      {"{Del}", ~0u, 0, "12,5", 0, 0, "2,50", "2,5000", 0, 0},
       {"7", ~0u, 0, "1 234,5", 0, 5, "7,50", "7,5000", 1, 0},  // a selection is replaced
-      {",1234", 4, 0, "", -1, -1, "0,1234", "0,1234", 6, 0},
       {"{S-Left}", ~0u, 0, "123", 2, 3, "123,00", "123,0000", 1, 0},
       {"{S-Right}", ~0u, 0, "123", 1, 2, "123,00", "123,0000", 3, 0},
       {"5{Del}\b-", ~0u, ES_READONLY, "12", 0, 0, "12,00", "12,0000", 0, 0},  // read-only: nothing
@@ -167,6 +159,39 @@ TEST_F(CurrencyEditTest, TypedKeysGoThroughTheRulesAndShowTheResult) {
   }
 }
 
+// One field typed into key by key: after each key the display, the value read back, the beeps,
+// and how often the parent heard of a change (once per accepted key, never for a refused one).
+TEST_F(CurrencyEditTest, EachKeyShowsItsResultAndTellsTheParentOnlyOfChanges) {
+  struct Step {
+    const char* keys;
+    const char* shown;
+    const char* plain;
+    int beeps;
+    int changes;
+  } steps[] = {
+      {"1", "1,00", "1,0000", 0, 1},      {"2", "12,00", "12,0000", 0, 1},    {"x", "12,00", "12,0000", 0, 0},
+      {",", "12,00", "12,0000", 0, 0},    {"3", "12,30", "12,3000", 0, 1},    {"4", "12,34", "12,3400", 0, 1},
+      {"5", "12,34", "12,3400", 1, 0},    {"-", "-12,34", "-12,3400", 0, 1}, {"\b", "-12,30", "-12,3000", 0, 1},
+      {"-", "12,30", "12,3000", 0, 1},    {"{Left}", "12,30", "12,3000", 0, 0},
+  };
+  Make();
+  MessageRecorder parent(m_parent.get());
+  for (const Step& step : steps) {
+    SCOPED_TRACE(step.keys);
+    parent.Clear();
+    g_beeps = 0;
+    Type(step.keys);
+    EXPECT_EQ(Shown(), step.shown);
+    EXPECT_EQ(GetTextA(Edit()), step.plain);
+    EXPECT_EQ(g_beeps, step.beeps);
+    int changes = 0;
+    for (const auto& m : parent.Messages())
+      if (m.message == WM_COMMAND && HIWORD(m.wParam) == EN_CHANGE && reinterpret_cast<HWND>(m.lParam) == Edit())
+        ++changes;
+    EXPECT_EQ(changes, step.changes);
+  }
+}
+
 // Texts set by programs and forms: the set-text rules, and WM_GETTEXT answering the plain text.
 TEST_F(CurrencyEditTest, SetTextRoundsOrRefusesAndGetTextAnswersThePlainValue) {
   struct Case {
@@ -177,13 +202,11 @@ TEST_F(CurrencyEditTest, SetTextRoundsOrRefusesAndGetTextAnswersThePlainValue) {
     const char* plain;
   } cases[] = {
       {"1,005", 2, TRUE, "1,01", "1,0100"},
-      {"-1,005", 2, TRUE, "-1,01", "-1,0100"},
       {"1,0005", 4, TRUE, "1,0005", "1,0005"},
       {"1 234 567,891", 0, TRUE, "1 234 568", "1234568,0000"},
       {"", 2, TRUE, "0,00", "0,0000"},
       {"-", 2, TRUE, "-0,00", "-0,0000"},
       {"abc", 2, FALSE, "7,00", "7,0000"},  // refused: the value stays
-      {"1234567890123", 2, FALSE, "7,00", "7,0000"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.text);
@@ -245,36 +268,22 @@ TEST_F(CurrencyEditTest, ClipboardKeysPostTheirMessagesAndRoundTripTheValue) {
   SetText("1");
   Type("{C-V}");
   EXPECT_EQ(Shown(), "1 234,50");
-  // A part of the amount: its digits and separator, never the grouping.
-  SendMessageW(Edit(), EM_SETSEL, 0, 5);
-  Type("{C-Ins}");
-  EXPECT_EQ(clipboard(), "1234");
-  SendMessageW(Edit(), EM_SETSEL, 0, 5);
-  Type("{S-Del}");  // cut
+  SendMessageW(Edit(), EM_SETSEL, 0, 5);  // a part: its digits, never the grouping
+  Type("{S-Del}");                         // cut
   EXPECT_EQ(clipboard(), "1234");
   EXPECT_EQ(Shown(), "0,50");
 
-  struct PasteCase {
-    const char* clip;
-    unsigned minus;
-    const char* shown;
-  } pastes[] = {{"--5", kSetForbidMinus, "5,00"},
-                {"-7,25", kSetAllowMinus, "-7,25"},
-                {"abc", kSetAllowMinus, "9,00"},
-                {"1111111111111111111111", kSetAllowMinus, "9,00"}};
-  for (const auto& p : pastes) {
-    SCOPED_TRACE(p.clip);
+  // Pasted: "-" dropped while minus is forbidden; what is no amount, or too long, changes nothing.
+  const std::pair<std::string, const char*> pastes[] = {
+      {"--5", "5,00"}, {"-7,25", "-7,25"}, {"abc", "9,00"}, {std::string(100000, '1'), "9,00"}};
+  for (const auto& [clip, shown] : pastes) {
+    SCOPED_TRACE(clip.substr(0, 10));
     SetText("9");
-    field->OnSetSettings("", p.minus);
-    ASSERT_TRUE(SetClipboardText(Edit(), p.clip));
+    field->OnSetSettings("", clip == "--5" ? kSetForbidMinus : kSetAllowMinus);
+    ASSERT_TRUE(SetClipboardText(Edit(), clip));
     Type("{S-Ins}");
-    EXPECT_EQ(Shown(), p.shown);
+    EXPECT_EQ(Shown(), shown);
   }
-  // A hundred thousand characters change nothing.
-  SetText("9");
-  ASSERT_TRUE(SetClipboardText(Edit(), std::string(100000, '1')));
-  SendMessageW(Edit(), WM_PASTE, 0, 0);
-  EXPECT_EQ(Shown(), "9,00");
 
   // Copy and paste go through the overridable pair.
   m_edit.reset(CreateWindowExW(0, L"EDIT", L"3", WS_CHILD | WS_VISIBLE, 10, 40, 200, 24, m_parent.get(), nullptr,
@@ -454,8 +463,6 @@ TEST_F(CurrencyEditTest, HoveringMakesTheButtonsHotUntilTheMouseLeavesAndNamesTh
   EXPECT_TRUE(field->IsHoverTimerRunning());
   ASSERT_NE(field->Tooltip(), nullptr);
   EXPECT_EQ(ToolTexts(field->Tooltip()), (std::vector<std::string>{"Pokaż kalkulator", "Kopiuj"}));
-  PumpMessages(40);  // still over the button: the timer goes on
-  EXPECT_TRUE(field->IsHoverTimerRunning());
   RECT window;
   GetWindowRect(Edit(), &window);
   SetCursorPos(window.left - 30, window.bottom + 40);
@@ -517,14 +524,11 @@ TEST_F(CurrencyEditTest, CalculatorDropsDownUnderTheFieldAndItsResultBecomesTheV
   EXPECT_EQ(g_calcCreated.hMenu, reinterpret_cast<HMENU>(1));
   EXPECT_EQ(static_cast<DWORD>(GetWindowLongW(c, GWL_STYLE)), 0x44800000u | WS_VISIBLE);
   EXPECT_EQ(GetDlgCtrlID(c), 1);
-  EXPECT_EQ(GetAncestor(c, GA_PARENT), GetDesktopWindow());
   EXPECT_EQ(calc->Owner(), Edit());
   EXPECT_EQ(GetTextA(c), "12,5000");
   EXPECT_EQ(calc->Model().Value(), Amount::FromRaw(125000));
   EXPECT_EQ(calc->Model().Decimals(), 2);
   EXPECT_EQ(GetFocus(), Edit());  // shown without taking the activation
-  EXPECT_EQ(reinterpret_cast<HFONT>(SendMessageW(c, WM_GETFONT, 0, 0)),
-            reinterpret_cast<HFONT>(SendMessageW(Edit(), WM_GETFONT, 0, 0)));
   RECT e, r;
   GetWindowRect(Edit(), &e);
   GetWindowRect(c, &r);
@@ -566,8 +570,6 @@ TEST_F(CurrencyEditTest, CalculatorDropsDownUnderTheFieldAndItsResultBecomesTheV
     SendMessageW(c, WM_LBUTTONUP, 0, MAKELPARAM((k.left + k.right) / 2, (k.top + k.bottom) / 2));
   }
   EXPECT_EQ(Shown(), "7,2500");
-  EXPECT_EQ(SendMessageW(c, WM_MOUSEACTIVATE, reinterpret_cast<WPARAM>(GetAncestor(Edit(), GA_ROOT)), 0),
-            MA_NOACTIVATE);
   Type("{F4}");  // F4 closes it again
   EXPECT_FALSE(field->IsCalcShown());
   EXPECT_EQ(Shown(), "7,2500");
@@ -632,21 +634,6 @@ TEST_F(CurrencyEditTest, CalculatorStaysOnTheMonitor) {
     EXPECT_EQ(p.x, c.expected.x) << c.anchor.left << "," << c.anchor.top;
     EXPECT_EQ(p.y, c.expected.y) << c.anchor.left << "," << c.anchor.top;
   }
-  // A field at the bottom right of the screen drops its calculator above and inside.
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof monitor;
-  GetMonitorInfoW(MonitorFromWindow(m_parent.get(), MONITOR_DEFAULTTONEAREST), &monitor);
-  SetWindowPos(m_parent.get(), nullptr, monitor.rcWork.right - 250, monitor.rcWork.bottom - 80, 0, 0,
-               SWP_NOSIZE | SWP_NOZORDER);
-  CVelCurrencyEdit* field = Make();
-  SetFocus(Edit());
-  field->DropDownCalc(true);
-  ASSERT_TRUE(field->IsCalcShown());
-  RECT e, r, inside;
-  GetWindowRect(Edit(), &e);
-  GetWindowRect(field->Calculator()->GetHwnd(), &r);
-  EXPECT_LE(r.bottom, e.top);
-  EXPECT_TRUE(IntersectRect(&inside, &r, &monitor.rcWork) && EqualRect(&inside, &r));
 }
 
 LRESULT CALLBACK RefusingProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
