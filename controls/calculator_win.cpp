@@ -325,6 +325,7 @@ void CalculatorWindow::Paint(HDC dc) {
       RECT r = KeyRect(key.ch);
       const bool pressed = m_pressed == row * kColumns + col;
       DrawFrameControl(dc, &r, DFC_BUTTON, DFCS_BUTTONPUSH | (pressed ? DFCS_PUSHED : 0));
+      SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));  // drawing the frame may leave another colour
       if (pressed) OffsetRect(&r, 1, 1);
       DrawTextW(dc, key.label ? key.label : decimal.c_str(), -1, &r, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
     }
