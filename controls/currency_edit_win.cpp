@@ -115,7 +115,7 @@ void CVelCurrencyEdit::Initialize() {
   CurrencyEditModel::Result r = m_model.OnSetText(text.c_str());
   if (r.failed) r = m_model.OnSetText("");
   r.modified = false;
-  Apply(r);
+  Apply(r, true);
 }
 
 // Settings ----------------------------------------------------------------------------------------
@@ -249,7 +249,7 @@ LRESULT CVelCurrencyEdit::OnSetText(LPARAM text) {
   const auto* wide = reinterpret_cast<const wchar_t*>(text);
   const std::string narrow = wide ? varion::text::WideToCp1250(wide) : std::string();
   const CurrencyEditModel::Result r = m_model.OnSetText(wide ? narrow.c_str() : nullptr);
-  Apply(r);
+  Apply(r, true);
   return r.failed ? FALSE : TRUE;
 }
 
@@ -293,18 +293,41 @@ CurrencySelection CVelCurrencyEdit::ReadSelection() {
   return {static_cast<int>(start), static_cast<int>(end)};
 }
 
-void CVelCurrencyEdit::ShowDisplay(const std::string& display) {
+// An edit replaces only the characters that changed, as typing into a plain edit does: the edit's
+// own set-text lays the whole line out again, which under Wine costs twice a typed character. A
+// replacement the edit does not take whole (a text limit, no room without ES_AUTOHSCROLL) falls
+// back to setting the text.
+void CVelCurrencyEdit::ShowDisplay(const std::string& display, bool setText) {
   std::wstring wide = varion::text::Cp1250ToWide(display);
   if (wide == m_shown) return;
+  if (!setText) {
+    const size_t common = std::min(wide.size(), m_shown.size());
+    size_t prefix = 0;
+    while (prefix < common && wide[prefix] == m_shown[prefix]) ++prefix;
+    size_t suffix = 0;
+    while (suffix < common - prefix && wide[wide.size() - 1 - suffix] == m_shown[m_shown.size() - 1 - suffix]) ++suffix;
+    const std::wstring middle = wide.substr(prefix, wide.size() - prefix - suffix);
+    Default(EM_SETSEL, prefix, static_cast<LPARAM>(m_shown.size() - suffix));
+    Default(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(middle.c_str()));
+    std::wstring now(wide.size() + 2, L'\0');
+    now.resize(static_cast<size_t>(Default(WM_GETTEXT, now.size(), reinterpret_cast<LPARAM>(now.data()))));
+    if (now == wide) {
+      m_shown = std::move(wide);
+      return;
+    }
+  }
   m_shown = std::move(wide);
   Default(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(m_shown.c_str()));
 }
 
-void CVelCurrencyEdit::Apply(const CurrencyEditModel::Result& r) {
+void CVelCurrencyEdit::Apply(const CurrencyEditModel::Result& r, bool setText) {
   if (r.beep) varion::Beep();
-  ShowDisplay(r.display);
+  // A program's text leaves the field unmodified, as the edit's own set-text does; other changes
+  // shown without the user (a negative zero forgotten, new decimals) keep the flag as it was.
+  const bool wasModified = !setText && Default(EM_GETMODIFY, 0, 0) != 0;
+  ShowDisplay(r.display, setText);
   Default(EM_SETSEL, static_cast<WPARAM>(r.sel.start), r.sel.end);
-  if (r.modified) Default(EM_SETMODIFY, TRUE, 0);
+  if (setText || r.modified || wasModified) Default(EM_SETMODIFY, r.modified || wasModified, 0);
   if (r.frameChanged)
     SetWindowPos(m_hWnd, nullptr, 0, 0, 0, 0,
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);

@@ -71,14 +71,15 @@ class VARION_API CVelCurrencyEdit : public CVelEditBase {
   virtual LRESULT OnGetDlgCode(WPARAM vk, LPARAM msg);
 
   // Does what a model result says: beep, text, selection, modified flag, posted commands.
-  void Apply(const varion::CurrencyEditModel::Result& r);
+  // `setText`: the result of a text set by a program, shown as the edit's own set-text shows it.
+  void Apply(const varion::CurrencyEditModel::Result& r, bool setText = false);
   varion::CurrencySelection ReadSelection();
   // Shows the value the edit's own text holds; once the edit exists.
   void Initialize();
 
  private:
   void SyncStyle();
-  void ShowDisplay(const std::string& display);
+  void ShowDisplay(const std::string& display, bool setText);
   LRESULT OnChar(WPARAM ch);
   LRESULT OnGetText(WPARAM size, LPARAM buffer) const;
   LRESULT OnSetText(LPARAM text);

@@ -232,6 +232,10 @@ TEST_F(CurrencyEditTest, SetTextRoundsOrRefusesAndGetTextAnswersThePlainValue) {
   // Text that is no amount when attaching gives zero.
   EXPECT_EQ(Make(0, L"dużo")->GetValue(), Amount::FromRaw(0));
   EXPECT_EQ(Shown(), "0,00");
+  // Typing shows the whole amount even where the edit's text limit would cut it.
+  SendMessageW(Edit(), EM_LIMITTEXT, 2, 0);
+  Type("1234");
+  EXPECT_EQ(Shown(), "1 234,00");
 }
 
 // A field that records what reaches its clipboard hooks.
@@ -321,13 +325,19 @@ TEST_F(CurrencyEditTest, EnterVariantReportsEnterToItsParentAndAsksTheDialogForI
 }
 
 TEST_F(CurrencyEditTest, LosingTheFocusForgetsANegativeZeroOnly) {
+  auto modified = [&] { return SendMessageW(Edit(), EM_GETMODIFY, 0, 0) != 0; };
   Make();
   SetFocus(Edit());
+  EXPECT_FALSE(modified());
   Type("-");
   EXPECT_EQ(Shown(), "-0,00");
+  EXPECT_TRUE(modified());
   SetFocus(m_parent.get());
   EXPECT_EQ(Shown(), "0,00");
   EXPECT_EQ(GetTextA(Edit()), "0,0000");
+  EXPECT_TRUE(modified());  // still the user's change
+  SetText("");
+  EXPECT_FALSE(modified());  // a program's text, as in a plain edit
   SetFocus(Edit());
   Type("-5");
   SetFocus(m_parent.get());
