@@ -42,6 +42,10 @@ using unique_accel = unique_handle_of<HACCEL, DestroyAcceleratorTable>;
 using unique_hook = unique_handle_of<HHOOK, UnhookWindowsHookEx>;
 using unique_module = unique_handle_of<HMODULE, FreeLibrary>;
 using unique_file = unique_handle_of<HANDLE, CloseHandle>;
+// A memory DC from CreateCompatibleDC.
+using unique_dc = unique_handle_of<HDC, DeleteDC>;
+// Memory from GlobalAlloc, until the clipboard takes it over (release() then).
+using unique_global = unique_handle_of<HGLOBAL, GlobalFree>;
 
 // A device context from GetDC or GetWindowDC, released to its window.
 class WindowDc {

@@ -11,7 +11,7 @@
 
 namespace varion {
 
-void BalloonTip::Show(HWND anchor, const std::string& title, const std::string& text, int icon) {
+void BalloonTip::Show(HWND anchor, const std::string& title, const std::string& text, int icon, const POINT* at) {
   if (!IsWindow(anchor)) return;
   // The tooltip belongs to the anchor's top-level window, so it never outlives it.
   HWND owner = GetAncestor(anchor, GA_ROOT);
@@ -49,7 +49,8 @@ void BalloonTip::Show(HWND anchor, const std::string& title, const std::string& 
   m_title = title;
   RECT r;
   GetWindowRect(anchor, &r);
-  SendMessageW(m_tip.get(), TTM_TRACKPOSITION, 0, MAKELPARAM((r.left + r.right) / 2, r.bottom - 2));
+  const POINT stem = at ? *at : POINT{(r.left + r.right) / 2, r.bottom - 2};
+  SendMessageW(m_tip.get(), TTM_TRACKPOSITION, 0, MAKELPARAM(stem.x, stem.y));
   SendMessageW(m_tip.get(), TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&ti));
 }
 
@@ -99,15 +100,29 @@ int TipIconFromStyle(UINT style) {
   }
 }
 
-HWND TipMsgBox(HWND control, const std::string& title, const std::string& text, UINT style, UINT milliseconds) {
+namespace {
+
+HWND ShowTip(HWND control, const POINT* at, const std::string& title, const std::string& text, UINT style,
+             UINT milliseconds) {
   // Tips of controls that are gone go with them.
   std::erase_if(t_tips, [](auto& e) { return !IsWindow(e.first); });
   if (!IsWindow(control)) return nullptr;
   ThreadTip& entry = t_tips[control];
   if (!entry.tip) entry.tip = std::make_unique<BalloonTip>();
-  entry.tip->Show(control, title, text, TipIconFromStyle(style));
+  entry.tip->Show(control, title, text, TipIconFromStyle(style), at);
   entry.timer.Set(nullptr, 0, milliseconds, TipTimer);
   return entry.tip->Window();
+}
+
+}  // namespace
+
+HWND TipMsgBox(HWND control, const std::string& title, const std::string& text, UINT style, UINT milliseconds) {
+  return ShowTip(control, nullptr, title, text, style, milliseconds);
+}
+
+HWND TipMsgBoxAt(HWND control, POINT at, const std::string& title, const std::string& text, UINT style,
+                 UINT milliseconds) {
+  return ShowTip(control, &at, title, text, style, milliseconds);
 }
 
 HWND CurrentTipWindow(HWND control) {

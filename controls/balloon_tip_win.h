@@ -18,9 +18,10 @@ class VARION_API BalloonTip {
   BalloonTip(const BalloonTip&) = delete;
   BalloonTip& operator=(const BalloonTip&) = delete;
 
-  // Shows the balloon below the middle of `anchor`. `icon` is a TTI_ value; the title may be
-  // empty (then no icon shows either, as the tooltip control draws icons beside titles only).
-  void Show(HWND anchor, const std::string& title, const std::string& text, int icon);
+  // Shows the balloon below the middle of `anchor`, or pointing at `at` (screen coordinates).
+  // `icon` is a TTI_ value; the title may be empty (then no icon shows either, as the tooltip
+  // control draws icons beside titles only).
+  void Show(HWND anchor, const std::string& title, const std::string& text, int icon, const POINT* at = nullptr);
   void Hide();
   bool IsVisible() const;
   HWND Window() const { return IsWindow(m_tip.get()) ? m_tip.get() : nullptr; }
@@ -40,6 +41,9 @@ class VARION_API BalloonTip {
 // tooltip window.
 VARION_API HWND TipMsgBox(HWND control, const std::string& title, const std::string& text, UINT style,
                           UINT milliseconds = 8000);
+// The same tip pointing at `at` (screen coordinates) instead of below the control's middle.
+VARION_API HWND TipMsgBoxAt(HWND control, POINT at, const std::string& title, const std::string& text, UINT style,
+                            UINT milliseconds);
 // The tip shown at the control, or nullptr when none shows.
 VARION_API HWND CurrentTipWindow(HWND control);
 // The text of the tip shown at the control; empty when none shows.

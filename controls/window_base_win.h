@@ -59,6 +59,10 @@ class VARION_API Window {
   // CreateWindowOf can attach before the first message. Registering twice is harmless.
   static bool RegisterWindowClass(const wchar_t* className, UINT style, HBRUSH background = nullptr,
                                   LPCWSTR cursor = MAKEINTRESOURCEW(32512) /* IDC_ARROW */);
+  // The procedure of the classes RegisterWindowClass registers. A window of such a class without
+  // an object gets DefWindowProc's answers, so a class registered elsewhere with this procedure
+  // (the library's own classes, by the creation hook) serves CreateWindowOf as well.
+  static WNDPROC ClassProcedure() { return StaticProc; }
 
  protected:
   Window() = default;

@@ -28,10 +28,18 @@ class GalleryPage {
   virtual void Create(HWND page, GalleryContext& ctx) = 0;
   // Without a display, before the screenshot: put the page into a state worth looking at.
   virtual void Exercise(HWND /*page*/) {}
+  // Without a display, after screenshot `shot` (1, 2...): put the page into its next state worth
+  // a picture; false when it has no more.
+  virtual bool NextShot(HWND /*page*/, int /*shot*/) { return false; }
   // WM_COMMAND from a child of the page; true when handled.
   virtual bool OnCommand(HWND /*page*/, int /*id*/, int /*code*/, HWND /*control*/) { return false; }
   // WM_NOTIFY from a child of the page; true, with `result` set, when handled.
   virtual bool OnNotify(HWND /*page*/, const NMHDR& /*header*/, LRESULT& /*result*/) { return false; }
+  // Any other message to the page window (a control's own message to its parent); true, with
+  // `result` set, when handled.
+  virtual bool OnMessage(HWND /*page*/, UINT /*msg*/, WPARAM /*wp*/, LPARAM /*lp*/, LRESULT& /*result*/) {
+    return false;
+  }
   // The page window is being destroyed (another page is shown, or the gallery closes).
   virtual void OnPageDestroyed() {}
 };

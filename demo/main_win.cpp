@@ -57,6 +57,7 @@ LRESULT CALLBACK PageProc(HWND h, UINT msg, WPARAM wp, LPARAM lp) {
     if (page->OnNotify(h, *reinterpret_cast<const NMHDR*>(lp), result)) return result;
   }
   if (page && msg == WM_DESTROY) page->OnPageDestroyed();
+  if (LRESULT result = 0; page && page->OnMessage(h, msg, wp, lp, result)) return result;
   if (msg == WM_CTLCOLORSTATIC) {
     SetBkMode(reinterpret_cast<HDC>(wp), TRANSPARENT);
     return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
@@ -179,18 +180,25 @@ int RunGallery(int argc, wchar_t** argv) {
       ShowPage(static_cast<int>(i));
       Pump(150);
       g_gallery.pages[i]->Exercise(g_gallery.pageWindow);
-      RedrawWindow(g_gallery.main, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW | RDW_ERASE);
-      Pump(300);
-      wchar_t name[64];
-      swprintf(name, 64, L"\\%02zu-", i + 1);
-      std::wstring path = g_gallery.ctx.outDir + name + text::Cp1250ToWide(g_gallery.pages[i]->Slug()) + L".png";
-      if (SaveScreenshot(g_gallery.main, path)) {
-        std::printf("gallery: saved %ls\n", path.c_str());
-      } else {
-        std::printf("gallery: could not save %ls\n", path.c_str());
-        rc = 1;
+      // A page with more than one state worth seeing gets one picture of each: NN-page.png,
+      // NN-page-2.png...
+      for (int shot = 1;; ++shot) {
+        RedrawWindow(g_gallery.main, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW | RDW_ERASE);
+        Pump(300);
+        wchar_t name[64];
+        swprintf(name, 64, L"\\%02zu-", i + 1);
+        std::wstring path = g_gallery.ctx.outDir + name + text::Cp1250ToWide(g_gallery.pages[i]->Slug());
+        if (shot > 1) path += L"-" + std::to_wstring(shot);
+        path += L".png";
+        if (SaveScreenshot(g_gallery.main, path)) {
+          std::printf("gallery: saved %ls\n", path.c_str());
+        } else {
+          std::printf("gallery: could not save %ls\n", path.c_str());
+          rc = 1;
+        }
+        std::fflush(stdout);
+        if (!g_gallery.pages[i]->NextShot(g_gallery.pageWindow, shot + 1)) break;
       }
-      std::fflush(stdout);
     }
     DestroyWindow(g_gallery.main);
     Pump(0);

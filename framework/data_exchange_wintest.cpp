@@ -11,6 +11,7 @@
 #include "framework/error_informator_win.h"
 #include "framework/framework_wintest.h"
 #include "framework/hook_supp_win.h"
+#include "controls/currency_edit_win.h"
 #include "controls/date_edit_win.h"
 #include "controls/vel_controls_win.h"
 #include "tests/win_support.h"
@@ -138,16 +139,16 @@ TEST_F(ExchangeTest, TextsRoundTripInCodePage1250AndMissingControlsReadEmpty) {
   EXPECT_EQ(GetStringFieldsTotalLength(Dx(), {}), 0);
 }
 
-TEST_F(ExchangeTest, AmountsShowInTheUsersFormAndParseWithTheSystemParser) {
-  DLX_Text(Dx(), IDC_X_AMOUNT, Amount::FromRaw(-12345678900));
-  EXPECT_EQ(GetTextA(Item(IDC_X_AMOUNT)), "-1 234 567,89");
-  DLX_Text(Dx(), IDC_X_AMOUNT, Amount::Null());
-  EXPECT_EQ(GetTextA(Item(IDC_X_AMOUNT)), "");
+TEST_F(ExchangeTest, AmountsInAPlainEditShowInTheUsersFormAndParseWithTheSystemParser) {
+  DLX_Text(Dx(), IDC_X_EDIT, Amount::FromRaw(-12345678900));
+  EXPECT_EQ(GetTextA(Item(IDC_X_EDIT)), "-1 234 567,89");
+  DLX_Text(Dx(), IDC_X_EDIT, Amount::Null());
+  EXPECT_EQ(GetTextA(Item(IDC_X_EDIT)), "");
   // An amount with more than two decimals shows them all, so an unchanged form saves it back.
-  DLX_Text(Dx(), IDC_X_AMOUNT, Amount::FromRaw(123456));
-  EXPECT_EQ(GetTextA(Item(IDC_X_AMOUNT)), "12,3456");
+  DLX_Text(Dx(), IDC_X_EDIT, Amount::FromRaw(123456));
+  EXPECT_EQ(GetTextA(Item(IDC_X_EDIT)), "12,3456");
   COleCurrency back;
-  DSX_Text(Dx(), IDC_X_AMOUNT, back);
+  DSX_Text(Dx(), IDC_X_EDIT, back);
   EXPECT_EQ(back, Amount::FromRaw(123456));
 
   struct Case {
@@ -167,12 +168,12 @@ TEST_F(ExchangeTest, AmountsShowInTheUsersFormAndParseWithTheSystemParser) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.typed);
     m_errors.RemoveAll();
-    Type(IDC_X_AMOUNT, c.typed);
+    Type(IDC_X_EDIT, c.typed);
     COleCurrency a = Amount::FromRaw(99);
-    DSX_Text(Dx(), IDC_X_AMOUNT, a);
+    DSX_Text(Dx(), IDC_X_EDIT, a);
     CY cy{};
     cy.int64 = 99;
-    DSX_Text(Dx(), IDC_X_AMOUNT, cy);
+    DSX_Text(Dx(), IDC_X_EDIT, cy);
     if (!c.ok) {
       EXPECT_EQ(Messages(), (std::vector<std::string>(2, "Proszę wprowadzić kwotę.")));
       EXPECT_EQ(a, Amount::FromRaw(0));
@@ -183,6 +184,57 @@ TEST_F(ExchangeTest, AmountsShowInTheUsersFormAndParseWithTheSystemParser) {
       EXPECT_EQ(cy.int64, c.raw);
     }
   }
+}
+
+// The amount field answers its plain value to the text the exchange reads, and takes the text the
+// exchange writes through its set-text rules: the functions need nothing of their own for it.
+TEST_F(ExchangeTest, AmountsRoundTripThroughTheAmountField) {
+  auto* field = CVelCurrencyEdit::FromHandle(Item(IDC_X_AMOUNT));
+  ASSERT_NE(field, nullptr);
+  auto shown = [&] {  // what the user sees: the edit's own text
+    wchar_t buf[64] = {};
+    const HWND h = Item(IDC_X_AMOUNT);
+    CallWindowProcW(reinterpret_cast<WNDPROC>(GetClassLongPtrW(h, GCLP_WNDPROC)), h, WM_GETTEXT, std::size(buf),
+                    reinterpret_cast<LPARAM>(buf));
+    return text::WideToCp1250(buf);
+  };
+  struct Case {
+    Amount value;
+    unsigned decimals;
+    const char* shown;
+    const char* read;  // what the exchange reads
+    std::int64_t back;
+  } cases[] = {
+      {Amount::FromRaw(-12345678900), 2, "-1 234 567,89", "-1234567,8900", -12345678900},
+      {Amount::FromRaw(123456), 2, "12,35", "12,3500", 123500},  // the field's decimals round it
+      {Amount::FromRaw(123456), 4, "12,3456", "12,3456", 123456},
+      {Amount::FromRaw(-123456789012345), 4, "-12 345 678 901,2345", "-12345678901,2345", -123456789012345},
+      {Amount::Null(), 2, "0,00", "0,0000", 0},  // an empty field is zero
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.shown);
+    field->OnSetSettings("", c.decimals);
+    DLX_Text(Dx(), IDC_X_AMOUNT, c.value);
+    EXPECT_EQ(shown(), c.shown);
+    EXPECT_EQ(GetTextA(Item(IDC_X_AMOUNT)), c.read);
+    COleCurrency back = Amount::FromRaw(99);
+    DSX_Text(Dx(), IDC_X_AMOUNT, back);
+    EXPECT_EQ(back, Amount::FromRaw(c.back));
+  }
+  EXPECT_EQ(m_errors.GetCount(), 0u);
+
+  // Typed: only what makes an amount gets in, and the exchange reads the value.
+  field->OnSetSettings("", 2);
+  DLX_Text(Dx(), IDC_X_AMOUNT, Amount::FromRaw(0));
+  for (char ch : std::string("12a,5x")) SendMessageW(Item(IDC_X_AMOUNT), WM_CHAR, static_cast<WPARAM>(ch), 1);
+  COleCurrency typed;
+  DSX_Text(Dx(), IDC_X_AMOUNT, typed);
+  EXPECT_EQ(typed, Amount::FromRaw(125000));
+  // A text that is no amount is refused by the field: the value stays and nothing is reported.
+  Type(IDC_X_AMOUNT, "dużo");
+  DSX_Text(Dx(), IDC_X_AMOUNT, typed);
+  EXPECT_EQ(typed, Amount::FromRaw(125000));
+  EXPECT_EQ(m_errors.GetCount(), 0u);
 }
 
 TEST_F(ExchangeTest, DatesLoadAsYearMonthDayAndAnEmptyEditIsNull) {

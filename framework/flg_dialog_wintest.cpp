@@ -174,7 +174,7 @@ TEST_F(DialogTest, OpeningRunsTheHooksInOrderAndLoadsTheControls) {
   EXPECT_FALSE(d.IsLoading());
   EXPECT_FALSE(d.IsModified());  // the texts set while loading do not count as changes
   EXPECT_EQ(GetTextA(d.Item(IDC_F_NAME)), "Hurtownia Łódź");
-  EXPECT_EQ(GetTextA(d.Item(IDC_F_LIMIT)), "1 500,00");
+  EXPECT_EQ(GetTextA(d.Item(IDC_F_LIMIT)), "1500,0000");  // the amount field answers its plain value
   EXPECT_EQ(GetTextA(d.Item(IDC_F_BRANCH)), "Oddział Kraków");
   // Without help both help buttons say so.
   EXPECT_EQ(GetTextA(d.Item(9)), "Brak pomocy");
@@ -192,8 +192,9 @@ TEST_F(DialogTest, OkWithErrorsShowsThemAllMarksTheControlsAndFocusesTheFirst) {
   FormDialog d;
   ASSERT_TRUE(d.Create(nullptr));
   d.Type(IDC_F_NAME, "   ");
+  // The amount and date fields refuse texts that are no amount or day and keep their own, so
+  // they raise no error.
   d.Type(IDC_F_LIMIT, "dużo");
-  // The date field refuses a text that is no day and keeps its own, so it raises no error.
   const std::string dateBefore = GetTextA(d.Item(IDC_F_DATE));
   d.Type(IDC_F_DATE, "2024-02-30x");
   EXPECT_EQ(GetTextA(d.Item(IDC_F_DATE)), dateBefore);
@@ -202,10 +203,10 @@ TEST_F(DialogTest, OkWithErrorsShowsThemAllMarksTheControlsAndFocusesTheFirst) {
   d.Click(IDOK);
   PumpMessages(20);
   ASSERT_TRUE(IsWindow(d.m_hWnd));  // errors keep the dialog open
-  EXPECT_EQ(Messages(d), (std::vector<std::string>{"Proszę wprowadzić wartość.", "Proszę wprowadzić kwotę.",
-                                                   "Proszę wybrać element."}));
+  EXPECT_EQ(Messages(d), (std::vector<std::string>{"Proszę wprowadzić wartość.", "Proszę wybrać element."}));
+  EXPECT_FALSE(CVelControlBase::FromHandle(d.Item(IDC_F_LIMIT))->IsFaulty());
   EXPECT_FALSE(CVelControlBase::FromHandle(d.Item(IDC_F_DATE))->IsFaulty());
-  for (int id : {IDC_F_NAME, IDC_F_LIMIT, IDC_F_BRANCH}) {
+  for (int id : {IDC_F_NAME, IDC_F_BRANCH}) {
     SCOPED_TRACE(id);
     auto* control = CVelControlBase::FromHandle(d.Item(id));
     ASSERT_NE(control, nullptr);
@@ -659,13 +660,15 @@ TEST_F(DialogTest, ErrorsWindowListsTheMessagesAndDocksWhereItIsDropped) {
   ASSERT_TRUE(d.Create(nullptr));
   d.EnableErrorsWnd(true);
   d.Type(IDC_F_NAME, "");
-  d.Type(IDC_F_LIMIT, "x");
   CFlgDataExchange(d, false);
   d.Click(IDOK);
   CErrorsWnd& w = d.ErrorsWnd();
   ASSERT_TRUE(w.Exists());
   EXPECT_TRUE(IsWindowVisible(w.GetHwnd()));
-  EXPECT_EQ(w.GetLines(), (std::vector<std::string>{"Proszę wprowadzić wartość.", "Proszę wprowadzić kwotę."}));
+  EXPECT_EQ(w.GetLines(), (std::vector<std::string>{"Proszę wprowadzić wartość."}));
+  CFlgDataExchange(d, false).AddError(IDC_F_LIMIT, "Limit przekracza należności.");
+  d.AddErrorsToToolWnd();
+  EXPECT_EQ(w.GetLines(), (std::vector<std::string>{"Proszę wprowadzić wartość.", "Limit przekracza należności."}));
   EXPECT_EQ(d.GetErrorsWndEdge(), DockEdge::Bottom);
 
   // Lines lose their line breaks.

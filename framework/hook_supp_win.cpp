@@ -13,6 +13,7 @@
 #include "diagnostics/framework_log.h"
 #include "base/library_module_win.h"
 #include "controls/calendar_win.h"
+#include "controls/currency_edit_win.h"
 #include "controls/date_edit_win.h"
 #include "controls/vel_controls_win.h"
 
@@ -56,7 +57,7 @@ const varion::VelClassEntry kClasses[] = {
     {"vel_numeredit", "Edit", AttachEdit},
     {"vel_paramedit", "Edit", AttachEdit},
     {"vel_dateedit", "Edit", AttachDateEdit},
-    {"vel_curredit", "Edit", AttachEdit},
+    {"vel_curredit", "Edit", CVelCurrencyEdit::AttachCreating},
     {"vel_wwwedit", "Edit", AttachEdit},
     {"vel_mailedit", "Edit", AttachEdit},
     {"vel_folderedit", "Edit", AttachEdit},
@@ -72,7 +73,7 @@ const varion::VelClassEntry kClasses[] = {
     {"DropdownCombobox", "ComboBox", AttachCombo},
     {"vel_adresedit", "Edit", AttachEdit},
     {"vel_timeeditex", "Edit", AttachEdit},
-    {"vel_currenteredit", "Edit", AttachEdit},
+    {"vel_currenteredit", "Edit", CVelCurrencyEnterEdit::AttachCreating},
     {"vel_idwewnetrznyedit", "Edit", AttachEdit},
 };
 
@@ -145,7 +146,9 @@ void CHookSupp::InitVXAXVelControls(void* moduleState) {
 }
 
 void CHookSupp::InitVelControls() {
-  for (const auto& c : kClasses) RegisterVelClass(c.name, DefWindowProcW, c.baseClass, nullptr, kOwnClassStyle);
+  // The library's own classes answer as DefWindowProc does until an object of ours is attached.
+  for (const auto& c : kClasses)
+    RegisterVelClass(c.name, varion::Window::ClassProcedure(), c.baseClass, nullptr, kOwnClassStyle);
   InitDefSubProcMap();
   m_bInitialized = 1;
 }

@@ -13,6 +13,7 @@
 #include "controls/calendar_win.h"
 #include "controls/date_edit_win.h"
 #include "controls/private_messages.h"
+#include "controls/currency_edit_win.h"
 #include "controls/vel_controls_win.h"
 #include "diagnostics/failure_boundary_win.h"
 #include "diagnostics/message_box_seam_win.h"
@@ -81,11 +82,12 @@ TEST_F(HookTest, EachNameGetsItsObjectAndOtherClassesPassUnchanged) {
     DWORD style;
     const char* expected;  // nullptr: no object
   } cases[] = {
-      {L"vel_curredit", WS_BORDER, "edit"},         {L"vel_dateedit", WS_BORDER, "edit"},
-      {L"vel_idwewnetrznyedit", WS_BORDER, "edit"}, {L"vel_analitykaedit", WS_BORDER, "analityka"},
-      {L"DropdownCombobox", CBS_DROPDOWN, "combo"}, {L"vel_bkgnd", 0, nullptr},  // a class of its own, not in the map
+      {L"vel_curredit", WS_BORDER, "amount"},       {L"vel_currenteredit", WS_BORDER, "amount enter"},
+      {L"vel_dateedit", WS_BORDER, "edit"},         {L"vel_idwewnetrznyedit", WS_BORDER, "edit"},
+      {L"vel_analitykaedit", WS_BORDER, "analityka"}, {L"DropdownCombobox", CBS_DROPDOWN, "combo"},
+      {L"vel_bkgnd", 0, nullptr},  // a class of its own, not in the map
       {L"VXAX_Edit", WS_BORDER, nullptr},           {L"Edit", WS_BORDER, nullptr},
-      {L"VEL_CURREDIT", WS_BORDER, "edit"},  // class names ignore case
+      {L"VEL_CURREDIT", WS_BORDER, "amount"},  // class names ignore case
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(text::WideToCp1250(c.cls));
@@ -98,11 +100,18 @@ TEST_F(HookTest, EachNameGetsItsObjectAndOtherClassesPassUnchanged) {
     }
     ASSERT_NE(object, nullptr);
     const std::string kind = c.expected;
-    const bool right = kind == "edit"        ? dynamic_cast<CVelEditBase*>(object) != nullptr
-                       : kind == "analityka" ? CVelAnalitykaEdit::FromHandle(w.get()) != nullptr
-                                             : dynamic_cast<CVelComboBox*>(object) != nullptr;
+    const bool enter = dynamic_cast<CVelCurrencyEnterEdit*>(object) != nullptr;
+    const bool right = kind == "edit"           ? dynamic_cast<CVelEditBase*>(object) != nullptr
+                       : kind == "amount"       ? CVelCurrencyEdit::FromHandle(w.get()) != nullptr && !enter
+                       : kind == "amount enter" ? enter
+                       : kind == "analityka"    ? CVelAnalitykaEdit::FromHandle(w.get()) != nullptr
+                                                : dynamic_cast<CVelComboBox*>(object) != nullptr;
     EXPECT_TRUE(right) << kind;
   }
+  // An amount field made by the hook shows its value once the edit exists.
+  unique_hwnd amount(CreateWindowExW(0, L"vel_curredit", L"1234,5", WS_CHILD | WS_BORDER, 0, 0, 120, 20,
+                                     m_parent.get(), nullptr, nullptr, nullptr));
+  EXPECT_EQ(CVelCurrencyEdit::FromHandle(amount.get())->GetValue(), Amount::FromRaw(12345000));
   // The copy still behaves as the system class: typing lands in the text.
   unique_hwnd edit = Create(m_parent.get(), L"vel_numeredit");
   SetFocus(edit.get());
