@@ -88,6 +88,10 @@ bool Window::AttachWindow(HWND window, Ownership ownership) {
       return Bind(window, nullptr, ownership);
     }
   }
+  // A window of one of our own classes already runs our procedure: nothing to put in front
+  // (doing so would make it call itself); its default is DefWindowProc.
+  if (reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC)) == StaticProc)
+    return Bind(window, nullptr, ownership);
   // Claim the table entry first, so a message sent while the procedure is swapped finds us.
   if (!Bind(window, nullptr, ownership)) return false;
   const auto previous =

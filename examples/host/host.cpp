@@ -78,9 +78,10 @@ int main() {
   }
   HWND h = dialog.m_hWnd;
 
-  // With mistakes: every one is collected, none stops the others.
+  // With mistakes: every one is collected, none stops the others. (The amount and date fields
+  // refuse what is no amount or day as it is typed, so they keep a valid value.)
   Type(h, IDC_HOST_NAME, L"");
-  Type(h, IDC_HOST_LIMIT, L"");
+  Type(h, IDC_HOST_LIMIT, L"du\u017co");
   Type(h, IDC_HOST_NIP, L"5260250275");
   if (dialog.HandleApply()) Print("zapisano mimo błędów");
   for (const auto& error : *dialog.GetErrorsArray()) Print("błąd: " + error.message);
