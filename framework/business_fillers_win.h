@@ -31,24 +31,36 @@ VARION_API void DLX_NrAuto(const varion::db::Connection& c, CFlgDataExchange& dx
 // The filter combos: "(wszystkie)" (item data varion::fill::kAnyItem, selected) and then the
 // dictionary's rows; the result is the number of items the combo holds, 0 when it could not be
 // filled. The Rs form takes the lists' rows ("gr_Nazwa", "gr_Id") from an open recordset.
-#define VARION_FILTER_INIT(Name)                                                                  \
-  VARION_API int DLX_Init##Name(CFlgDataExchange& dx, int ctrlId);                                 \
-  VARION_API int DLX_Init##Name(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
-VARION_FILTER_INIT(ErpListFilter)
-VARION_FILTER_INIT(GrupyDokFilter)
-VARION_FILTER_INIT(KasaFilter)
-VARION_FILTER_INIT(KategoriaFilter)
-VARION_FILTER_INIT(KodyCNFilter)
-VARION_FILTER_INIT(ModelFilter)
-VARION_FILTER_INIT(PanstwoFilter)
-VARION_FILTER_INIT(PdmRachBankListFilter)
-VARION_FILTER_INIT(PkwiuFilter)
-VARION_FILTER_INIT(PracRachBankListFilter)
-VARION_FILTER_INIT(RachBankListFilter)
-VARION_FILTER_INIT(RejestrKsiegowyFilter)
-VARION_FILTER_INIT(SchematImportuFilter)
-VARION_FILTER_INIT(SlMagListFilter)
-VARION_FILTER_INIT(UslugaBankListFilter)
-VARION_FILTER_INIT(ZleceniaFilter)
-#undef VARION_FILTER_INIT
+VARION_API int DLX_InitErpListFilter(CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitErpListFilter(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitGrupyDokFilter(CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitGrupyDokFilter(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitKasaFilter(CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitKasaFilter(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitKategoriaFilter(CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitKategoriaFilter(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitKodyCNFilter(CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitKodyCNFilter(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitModelFilter(CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitModelFilter(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitPanstwoFilter(CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitPanstwoFilter(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitPdmRachBankListFilter(CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitPdmRachBankListFilter(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitPkwiuFilter(CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitPkwiuFilter(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitPracRachBankListFilter(CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitPracRachBankListFilter(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitRachBankListFilter(CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitRachBankListFilter(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitRejestrKsiegowyFilter(CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitRejestrKsiegowyFilter(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitSchematImportuFilter(CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitSchematImportuFilter(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitSlMagListFilter(CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitSlMagListFilter(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitUslugaBankListFilter(CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitUslugaBankListFilter(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitZleceniaFilter(CFlgDataExchange& dx, int ctrlId);
+VARION_API int DLX_InitZleceniaFilter(const varion::db::Connection& c, CFlgDataExchange& dx, int ctrlId);
 VARION_API int DLX_InitErpListFilterRs(CFlgDataExchange& dx, int ctrlId, varion::db::Recordset& rs);
