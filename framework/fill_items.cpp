@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/status.h"
+#include "controls/locale_info.h"
 
 namespace varion::fill {
 
@@ -54,6 +55,20 @@ std::string DistinctSql(std::string_view idExpr, std::string_view textExpr, std:
   return sql;
 }
 
+namespace {
+
+// A field as the user reads it in a list: numbers with a fraction (a rate, a coefficient) take
+// the user's decimal separator ("1,5"), everything else its plain text.
+std::string FieldText(const Variant& v, const std::string& decimal) {
+  std::string s = v.AsText();
+  if (v.GetType() == Variant::Type::Double || v.GetType() == Variant::Type::Amount) {
+    if (const std::size_t dot = s.find('.'); dot != std::string::npos) s.replace(dot, 1, decimal);
+  }
+  return s;
+}
+
+}  // namespace
+
 Items ReadItems(db::Recordset& rs, const RowFormat& format, Formatter formatter) {
   std::vector<int> textColumns;
   for (const std::string& f : format.textFields) {
@@ -64,11 +79,12 @@ Items ReadItems(db::Recordset& rs, const RowFormat& format, Formatter formatter)
   const int idColumn = rs.FindField(format.idField);
   if (idColumn < 0) throw ComError(kPointer, "Brak pola " + format.idField + " w zestawie rekordów.");
 
+  const std::string decimal = CLocaleInfo::GetTheLocaleInfo().GetSymNumSep();
   Items items;
   items.reserve(rs.GetRecordCount());
   std::vector<std::string> args(textColumns.size());
   for (rs.MoveFirst(); !rs.IsEOF(); rs.MoveNext()) {
-    for (std::size_t i = 0; i < textColumns.size(); ++i) args[i] = rs.GetCollect(textColumns[i]).AsText();
+    for (std::size_t i = 0; i < textColumns.size(); ++i) args[i] = FieldText(rs.GetCollect(textColumns[i]), decimal);
     Item item;
     if (!formatter(format.tmpl, args, item.text))
       throw ComError(kTypeMismatch, "Nieprawidłowy szablon tekstu pozycji: " + format.tmpl);

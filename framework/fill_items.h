@@ -67,7 +67,7 @@ struct RowFormat {
 };
 
 // Every row of the recordset, from its first, as items. A NULL field formats as an empty text, a
-// NULL identifier gives 0. Raises ComError kPointer for a missing field and kTypeMismatch for an
+// number with a fraction with the user's decimal separator ("1,5"), a NULL identifier gives 0. Raises ComError kPointer for a missing field and kTypeMismatch for an
 // identifier that is not a 32-bit number or a template the formatter refuses, so that a broken
 // definition never half-fills a control.
 VARION_API Items ReadItems(db::Recordset& rs, const RowFormat& format, Formatter formatter = FormatMessageTemplate);

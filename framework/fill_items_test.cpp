@@ -84,6 +84,14 @@ TEST(FillRows, TemplateOverFieldsAndIdentifierAsData) {
             (Items{{"Nowak Jan", 7}, {" Ewa", 0}, {"Ząb ", 2147483647}}));
 }
 
+TEST(FillRows, FractionsTakeTheUserDecimalSeparator) {
+  using db::FieldType;
+  db::Recordset rs({"Id", "Stawka", "Kwota", "Tekst"}, {FieldType::Integer, FieldType::Double, FieldType::Amount, FieldType::Text},
+                   std::vector<Variant>{std::int32_t{1}, 2.25, Amount::FromDouble(-3.5), "1.5"});
+  const Items items = ReadItems(rs, {"%1!ls! | %2!ls! | %3!ls!", {"Stawka", "Kwota", "Tekst"}, "Id"});
+  EXPECT_EQ(items, (Items{{"2,25 | -3,5 | 1.5", 1}}));  // a text stays as it is written
+}
+
 TEST(FillRows, BrokenDefinitionsRaiseInsteadOfHalfFilling) {
   struct Case {
     RowFormat format;

@@ -83,7 +83,7 @@ inline const std::vector<DictionaryCase>& DictionaryCases() {
       {"CrmPersonel", {}, {{"Jan Kowalski", 1}, {"Zofia Wójcik", 2}}},
       {"Division", {}, {{"Centrala", 1}, {"Oddział Gdańsk", 2}}},
       {"DrukarkiFiskalne", {}, {{"Drukarka 1 (KASA-01)", 1}, {"Drukarka zapasowa ()", 2}}},
-      {"AtrybutyDnia", {}, {{"Nadgodziny, 1.5 %", 1}, {"Święto, 2 %", 2}}},
+      {"AtrybutyDnia", {}, {{"Nadgodziny, 1,5 %", 1}, {"Święto, 2 %", 2}}},
       {"DokumentyDefiniowalneDlaTypu", {2, 1}, {{"Faktura zaliczkowa", 2}}},
       {"DaneWystawiajacegoEmail", {}, {{"biuro@example.pl", 1}}},
       {"Flaga_Nazwy", {}, {{"Pilne", 1}, {"Do wyjaśnienia", 2}}},
