@@ -376,12 +376,17 @@ bool CustomizableMessageBox::OnCommand(UINT id, UINT code, HWND) {
 }
 
 INT_PTR CustomizableMessageBox::DialogProc(UINT msg, WPARAM wp, LPARAM lp) {
-  if (msg == WM_CTLCOLORSTATIC && GetDlgCtrlID(reinterpret_cast<HWND>(lp)) == kIdcLink) {
-    // The link in the system's link colour, on the box's background.
-    HDC dc = reinterpret_cast<HDC>(wp);
-    SetTextColor(dc, GetSysColor(COLOR_HOTLIGHT));
-    SetBkMode(dc, TRANSPARENT);
-    return reinterpret_cast<INT_PTR>(GetSysColorBrush(m_themed ? COLOR_WINDOW : COLOR_BTNFACE));
+  if (msg == WM_CTLCOLORSTATIC) {
+    // The texts (read-only edits) and the link lie on the box's own background, the link in
+    // the colour links have in the system's own dialogs.
+    const int id = GetDlgCtrlID(reinterpret_cast<HWND>(lp));
+    if (id == kIdcInfo || id == kIdcQuestion || id == kIdcLink) {
+      HDC dc = reinterpret_cast<HDC>(wp);
+      const int background = m_themed ? COLOR_WINDOW : COLOR_BTNFACE;
+      SetBkColor(dc, GetSysColor(background));
+      if (id == kIdcLink) SetTextColor(dc, RGB(0, 102, 204));
+      return reinterpret_cast<INT_PTR>(GetSysColorBrush(background));
+    }
   }
   if (msg == WM_SETCURSOR && GetDlgCtrlID(reinterpret_cast<HWND>(wp)) == kIdcLink) {
     SetCursor(LoadCursorW(nullptr, MAKEINTRESOURCEW(32649)));  // IDC_HAND
