@@ -16,6 +16,7 @@
 #include "diagnostics/message_box_seam_win.h"
 #include "framework/help_plugin_win.h"
 #include "framework/hook_supp_win.h"
+#include "dialogs/message_box_wintest_support.h"
 #include "tests/win_support.h"
 
 namespace CMB {
@@ -23,6 +24,8 @@ namespace {
 
 using varion::testing::GetTextA;
 using varion::testing::PumpMessages;
+using testing::PostKey;
+using testing::TimerAnswer;
 
 // A box that runs a driver once its window has loaded, the way a user would act on it.
 class DrivenBox : public CustomizableMessageBox {
@@ -37,7 +40,6 @@ class DrivenBox : public CustomizableMessageBox {
   HWND Item(int id) const { return GetDlgItem(m_hWnd, id); }
 };
 
-void PostKey(HWND target, UINT key) { PostMessageW(target, WM_KEYDOWN, key, 1); }
 void PostAltLetter(HWND target, wchar_t letter) { PostMessageW(target, WM_SYSCHAR, letter, 1 | (1 << 29)); }
 void PostClick(HWND control) {
   PostMessageW(control, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
@@ -286,32 +288,6 @@ TEST_F(MessageBoxWinTest, DisabledCloseButtonLeavesOnlyTheButtons) {
   EXPECT_EQ(box.Show(), ButtonId::No);
   EXPECT_EQ(stillOpen, 1);
 }
-
-// Answers the next box of the thread from a timer, which the box's modal loop dispatches.
-class TimerAnswer {
- public:
-  explicit TimerAnswer(std::function<void(HWND)> act) {
-    s_act = std::move(act);
-    s_seen.clear();
-    m_timer = SetTimer(nullptr, 0, 50, &TimerAnswer::Tick);
-  }
-  ~TimerAnswer() { KillTimer(nullptr, m_timer); }
-  static inline std::vector<std::string> s_seen;
-
- private:
-  static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
-    HWND box = GetActiveWindow();
-    if (!box || !GetDlgItem(box, 30105)) return;
-    std::string seen = GetTextA(box);
-    for (int id = 30105; id <= 30107; ++id)
-      if (IsWindowVisible(GetDlgItem(box, id))) seen += "|" + GetTextA(GetDlgItem(box, id));
-    if (!s_seen.empty() && s_seen.back() == seen) return;
-    s_seen.push_back(seen);
-    s_act(box);
-  }
-  static inline std::function<void(HWND)> s_act;
-  UINT_PTR m_timer = 0;
-};
 
 TEST_F(MessageBoxWinTest, TheFrameworkSeamShowsTheBoxAndMapsTheAnswers) {
   const varion::FrameworkMessageBoxFn previous = InstallAsFrameworkMessageBox();
