@@ -124,6 +124,10 @@ CustomizableMessageBox::CustomizableMessageBox(MessageBoxType type, std::string 
       m_question(std::move(question)),
       m_buttons(std::move(buttons)) {
   SetNoSavePrompt(true);
+  // The texts are read-only edits and stay so: the dialog base would make every edit of an
+  // editable dialog writable when it opens.
+  AddCtrlNoDisable(kIdcInfo);
+  AddCtrlNoDisable(kIdcQuestion);
 }
 
 CustomizableMessageBox::~CustomizableMessageBox() = default;

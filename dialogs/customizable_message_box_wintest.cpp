@@ -157,6 +157,8 @@ TEST_F(MessageBoxWinTest, LayoutWrapsKeepsButtonsApartAndFitsTheMonitor) {
         rects.push_back(r);
       }
       HWND info = b.Item(kIdcInfo);
+      for (int id : {kIdcInfo, kIdcQuestion})
+        EXPECT_TRUE(GetWindowLongPtrW(b.Item(id), GWL_STYLE) & ES_READONLY) << "the user cannot edit the texts";
       const LRESULT lines = SendMessageW(info, EM_GETLINECOUNT, 0, 0);
       EXPECT_GT(lines, 1) << "the text wraps";
       const bool scrollBar = (GetWindowLongPtrW(info, GWL_STYLE) & WS_VSCROLL) != 0;

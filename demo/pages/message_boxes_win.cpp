@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "demo/gallery_win.h"
 #include "dialogs/customizable_message_box_win.h"
+#include "dialogs/customizable_warning_win.h"
 #include "framework/hook_supp_win.h"
 #include "framework/profile_win.h"
 
@@ -12,8 +13,11 @@ namespace {
 
 constexpr int kAsk = 100;
 constexpr int kReset = 101;
+constexpr int kTimed = 102;
 constexpr const char* kSection = "Galeria.Komunikaty";
 constexpr const char* kEntry = "UsunDokument";
+constexpr const char* kTimedText =
+    "Kopia zapasowa bazy danych została wykonana. Okno zamknie się samo po upływie czasu pokazanego na przycisku.";
 
 std::string AnswerText(std::optional<CMB::ButtonId> answer) {
   if (!answer) return "brak (okno nie zostało otwarte albo zamknięto je bez odpowiedzi)";
@@ -42,6 +46,7 @@ class MessageBoxesPage : public GalleryPage {
              "zapisuje. Przycisk „Przywróć” przywraca komunikat.");
     AddButton(page, ctx, kAsk, 12, 104, 200, 28, "Pokaż pytanie");
     AddButton(page, ctx, kReset, 222, 104, 200, 28, "Przywróć komunikat");
+    AddButton(page, ctx, kTimed, 432, 104, 240, 28, "Ostrzeżenie z odliczaniem");
     m_status = AddLabel(page, ctx, 12, 144, 800, 60, "");
     ShowStatus();
   }
@@ -51,6 +56,13 @@ class MessageBoxesPage : public GalleryPage {
     if (id == kAsk) {
       auto box = MakeBox();
       m_last = AnswerText(box->Show());
+      ShowStatus();
+      return true;
+    }
+    if (id == kTimed) {
+      CSimpleWarningWithTimerDlg warning(kTimedText, 5, GetAncestor(m_page, GA_ROOT), "Kopia zapasowa");
+      m_last = "ostrzeżenie zamknięte: " + AnswerText(warning.Show()) +
+               (warning.GetShowWarning() ? "" : "; użytkownik nie chce go więcej oglądać");
       ShowStatus();
       return true;
     }
@@ -70,6 +82,13 @@ class MessageBoxesPage : public GalleryPage {
   }
 
   bool NextShot(HWND, int shot) override {
+    if (shot == 3) {
+      // A warning that closes itself: CSimpleWarningWithTimerDlg counting down on its button.
+      m_timed = std::make_unique<CSimpleWarningWithTimerDlg>(kTimedText, 9, GetAncestor(m_page, GA_ROOT),
+                                                             "Kopia zapasowa");
+      m_timed->Create(GetAncestor(m_page, GA_ROOT));
+      return true;
+    }
     if (shot != 2 || !m_box || !IsWindow(m_box->m_hWnd)) return false;
     // The user ticks "don't show again" and answers No; the next Show does not open the box.
     SendMessageW(GetDlgItem(m_box->m_hWnd, CMB::kIdcDontShowAgain), BM_CLICK, 0, 0);
@@ -80,7 +99,10 @@ class MessageBoxesPage : public GalleryPage {
     return true;
   }
 
-  void OnPageDestroyed() override { m_box.reset(); }
+  void OnPageDestroyed() override {
+    m_box.reset();
+    m_timed.reset();
+  }
 
  private:
   std::unique_ptr<CMB::CustomizableMessageBox> MakeBox() const {
@@ -104,6 +126,7 @@ class MessageBoxesPage : public GalleryPage {
   HWND m_page = nullptr, m_status = nullptr;
   std::shared_ptr<IniFileProfile> m_profile;
   std::unique_ptr<CMB::CustomizableMessageBox> m_box;
+  std::unique_ptr<CSimpleWarningWithTimerDlg> m_timed;
   std::string m_last;
 };
 
