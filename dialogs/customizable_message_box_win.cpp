@@ -195,10 +195,9 @@ std::optional<ButtonId> CustomizableMessageBox::Show() {
     }
   }
   m_chosen.reset();
-  if (DoModal() == -1) {
-    varion::LogFailure(kFailureArea, {"the message box template could not be opened", varion::kFail});
-    return std::nullopt;
-  }
+  m_opened = false;
+  DoModal();
+  if (!m_opened) varion::LogFailure(kFailureArea, {"the message box window could not be opened", varion::kFail});
   return m_chosen;
 }
 
@@ -301,6 +300,7 @@ void CustomizableMessageBox::ApplyLayout() {
 }
 
 BOOL CustomizableMessageBox::OnInitDialog() {
+  m_opened = true;
   CFlgDialog::OnInitDialog();
   ApplyTexts();
   ApplyLayout();
@@ -427,6 +427,11 @@ varion::FrameworkMessageBoxFn InstallAsFrameworkMessageBox() {
     // A yes-or-no question has no way out but its answers.
     box.SetDisableCloseButton(kind == MB_YESNO);
     const auto answer = box.Show();
+    // A box that could not open (its template missing from a host's copy of the library) must
+    // not swallow the question or the failure report: the system box takes over.
+    if (!box.WasOpened())
+      return MessageBoxW(owner, varion::text::Cp1250ToWide(text).c_str(), varion::text::Cp1250ToWide(caption).c_str(),
+                         type);
     if (!answer) return kind == MB_OK ? IDOK : IDCANCEL;
     switch (*answer) {
       case ButtonId::Ok: return yesNo ? IDYES : IDOK;

@@ -77,6 +77,9 @@ class VARION_API CustomizableMessageBox : public CFlgDialog {
   // Opens the link with the shell verb "open".
   void OnWWW();
 
+  // Whether the last Show opened the window (false when its setting suppressed it, or when the
+  // template could not be loaded).
+  bool WasOpened() const { return m_opened; }
   const MessageBoxLayout& GetLayout() const { return m_layout; }
   const ButtonsSetting& GetButtonsSetting() const { return m_buttons; }
 
@@ -102,6 +105,7 @@ class VARION_API CustomizableMessageBox : public CFlgDialog {
   ButtonsSetting m_buttons;
   std::unique_ptr<DataSavingSettings> m_settings;
   std::optional<ButtonId> m_chosen;
+  bool m_opened = false;
   MessageBoxLayout m_layout;
   HICON m_icon = nullptr;  // a shared system icon: never destroyed
 };

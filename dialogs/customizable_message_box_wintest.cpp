@@ -218,6 +218,7 @@ TEST_F(MessageBoxWinTest, DontShowAgainIsRememberedOnlyThroughAnAnswer) {
     box.SetDataSavingSettings(std::make_unique<RegistrySetting>("Pytania", "Usun", profile));
     box.driver = std::move(driver);
     const auto answer = box.Show();
+    EXPECT_EQ(box.WasOpened(), box.opened == 1);
     return std::make_pair(answer, box.opened);
   };
   // Ticked, then Cancel: nothing remembered.
