@@ -36,8 +36,9 @@ struct VARION_API WarningParams {
 
 class VARION_API CCustomizableWarning {
  public:
-  // The connection and the user default to the running instance's. `templateId` names a host
-  // dialog template for the warning; 0 shows the library's message box.
+  // The connection and the user default to the running instance's. `templateId` is the host's
+  // identifier of the warning's dialog, kept for the host (GetTemplateId); the warning itself
+  // always shows in the library's message box.
   CCustomizableWarning(unsigned templateId, WarningIdentity identity, WarningParams params,
                        varion::db::Connection connection = {}, std::optional<long> userId = std::nullopt);
 
