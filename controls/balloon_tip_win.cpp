@@ -47,6 +47,7 @@ void BalloonTip::Show(HWND anchor, const std::string& title, const std::string& 
                reinterpret_cast<LPARAM>(wtitle.c_str()));
   m_text = text;
   m_title = title;
+  m_icon = title.empty() ? TTI_NONE : icon;
   RECT r;
   GetWindowRect(anchor, &r);
   const POINT stem = at ? *at : POINT{(r.left + r.right) / 2, r.bottom - 2};
@@ -133,6 +134,11 @@ HWND CurrentTipWindow(HWND control) {
 std::string CurrentTipText(HWND control) {
   auto it = t_tips.find(control);
   return CurrentTipWindow(control) ? it->second.tip->Text() : std::string();
+}
+
+int CurrentTipIcon(HWND control) {
+  auto it = t_tips.find(control);
+  return CurrentTipWindow(control) ? it->second.tip->Icon() : TTI_NONE;
 }
 
 void HideTipMsgBox(HWND control) {

@@ -28,11 +28,14 @@ class VARION_API BalloonTip {
   // The shown text and title, code page 1250.
   const std::string& Text() const { return m_text; }
   const std::string& Title() const { return m_title; }
+  // The TTI_* icon shown beside the title (TTI_NONE without a title).
+  int Icon() const { return m_icon; }
 
  private:
   unique_window m_tip;
   HWND m_anchor = nullptr;
   std::string m_text, m_title;
+  int m_icon = 0;
 };
 
 // A tip balloon at a control that goes away by itself after `milliseconds` (or with the
@@ -48,6 +51,8 @@ VARION_API HWND TipMsgBoxAt(HWND control, POINT at, const std::string& title, co
 VARION_API HWND CurrentTipWindow(HWND control);
 // The text of the tip shown at the control; empty when none shows.
 VARION_API std::string CurrentTipText(HWND control);
+// The TTI_* icon of the tip shown at the control; TTI_NONE when none shows.
+VARION_API int CurrentTipIcon(HWND control);
 // Hides the control's tip; with nullptr every tip of the thread.
 VARION_API void HideTipMsgBox(HWND control = nullptr);
 

@@ -67,7 +67,7 @@ struct CalendarMetrics {
   int todayWidth = 0;      // the footer text
 };
 
-struct CalendarLayout {
+struct VARION_API CalendarLayout {
   CalRect client;  // the size the calendar asks for; everything below lies inside it
   CalRect prev, next, month, year, dayNames, days, today;
   int cellWidth = 0, cellHeight = 0;
@@ -109,7 +109,7 @@ struct CalNotification {
 // What the window does after a call, in this order: take the focus, capture or release the
 // mouse, open the months menu at the pointer, redraw, post copy or paste, hide, then send the
 // notifications in order.
-struct CalAction {
+struct VARION_API CalAction {
   enum Redraw : std::uint8_t { kRedrawNone, kRedrawCells, kRedrawAll };
   static constexpr int kMaxNotifications = 4;
 

@@ -9,7 +9,7 @@
 
 #include "base/text.h"
 #include "demo/gallery_win.h"
-#include "demo/png_writer.h"
+#include "demo/screenshot_win.h"
 #include "framework/extension_module_win.h"
 
 namespace varion::demo {
@@ -95,35 +95,6 @@ void Pump(DWORD ms) {
   }
 }
 
-// Copies the main window from the screen, as a person would see it.
-bool SaveScreenshot(HWND window, const std::wstring& path) {
-  RECT r;
-  GetWindowRect(window, &r);
-  const int w = r.right - r.left, h = r.bottom - r.top;
-  HDC screen = GetDC(nullptr);
-  HDC mem = CreateCompatibleDC(screen);
-  BITMAPINFO bi{};
-  bi.bmiHeader = {sizeof(BITMAPINFOHEADER), w, -h, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-  void* bits = nullptr;
-  HBITMAP dib = CreateDIBSection(screen, &bi, DIB_RGB_COLORS, &bits, nullptr, 0);
-  HGDIOBJ old = SelectObject(mem, dib);
-  BitBlt(mem, 0, 0, w, h, screen, r.left, r.top, SRCCOPY);
-  GdiFlush();
-  RgbImage img{w, h, std::vector<std::uint8_t>(static_cast<size_t>(w) * static_cast<size_t>(h) * 3)};
-  const auto* px = static_cast<const std::uint8_t*>(bits);
-  for (size_t i = 0; i < static_cast<size_t>(w) * static_cast<size_t>(h); ++i) {
-    img.rgb[i * 3] = px[i * 4 + 2];
-    img.rgb[i * 3 + 1] = px[i * 4 + 1];
-    img.rgb[i * 3 + 2] = px[i * 4];
-  }
-  SelectObject(mem, old);
-  DeleteObject(dib);
-  DeleteDC(mem);
-  ReleaseDC(nullptr, screen);
-  // The PNG writer takes a narrow path: the output folder is ASCII in every build tree we make.
-  return WritePng(img, text::WideToCp1250(path));
-}
-
 std::wstring ArgValue(int argc, wchar_t** argv, const wchar_t* name, std::wstring fallback) {
   for (int i = 1; i + 1 < argc; ++i)
     if (wcscmp(argv[i], name) == 0) return argv[i + 1];
@@ -190,7 +161,7 @@ int RunGallery(int argc, wchar_t** argv) {
         std::wstring path = g_gallery.ctx.outDir + name + text::Cp1250ToWide(g_gallery.pages[i]->Slug());
         if (shot > 1) path += L"-" + std::to_wstring(shot);
         path += L".png";
-        if (SaveScreenshot(g_gallery.main, path)) {
+        if (SaveWindowPng(g_gallery.main, path)) {
           std::printf("gallery: saved %ls\n", path.c_str());
         } else {
           std::printf("gallery: could not save %ls\n", path.c_str());

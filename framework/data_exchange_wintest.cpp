@@ -95,6 +95,9 @@ TEST_F(ExchangeTest, IntegersLoadInTheirFormatAndSaveOnlyWholeNumbersOfTheirType
   EXPECT_EQ(Messages(), (std::vector<std::string>{"Proszę wprowadzić liczbę całkowitą.",
                                                   "Proszę wprowadzić dodatnią liczbę całkowitą."}));
   EXPECT_EQ(l, -2147483648L);
+  // A refused text leaves what the conversion read: the leading 12 of "12x", nothing of "-4".
+  EXPECT_EQ(i, 12);
+  EXPECT_EQ(u, 3u);
   // Only 31 characters are read: the 32nd digit is never seen.
   m_errors.RemoveAll();
   Type(IDC_X_NUMBER, std::string(31, '0') + "9");

@@ -73,18 +73,19 @@ bool ParseExchangeInt(std::string_view text, IntKind kind, std::int64_t& value) 
     negative = text[i] == '-';
     ++i;
   }
-  if (i == end) return false;
   // Accumulate as a negative number, which holds the most negative value of every kind.
   std::int64_t acc = 0;
   const std::int64_t limit = negative ? IntKindMin(kind) : -IntKindMax(kind);
-  for (; i < end; ++i) {
-    const char c = text[i];
-    if (c < '0' || c > '9') return false;
-    acc = acc * 10 - (c - '0');
+  const std::size_t first = i;
+  for (; i < end && text[i] >= '0' && text[i] <= '9'; ++i) {
+    acc = acc * 10 - (text[i] - '0');
     if (acc < limit) return false;
   }
+  if (i == first) return false;
+  // The number read so far is the variable's value even when text follows it: the save fails,
+  // and the variable holds what the conversion made of the text's beginning.
   value = negative ? acc : -acc;
-  return true;
+  return i == end;
 }
 
 const char* IntKindMessage(IntKind kind) {

@@ -55,6 +55,8 @@ VARION_API std::string FormatExchangeInt(IntKind kind, std::int64_t value);
 
 // The whole text must be one integer of the kind: blanks around it are allowed, a sign only
 // for the signed kinds ("+" too), digits only otherwise, and the value must fit the kind.
+// A refused text still leaves in `value` what the conversion read: the leading integer when the
+// text begins with one that fits the kind ("12a" gives 12), else `value` is not touched.
 VARION_API bool ParseExchangeInt(std::string_view text, IntKind kind, std::int64_t& value);
 
 // The message recorded when ParseExchangeInt refuses a text of this kind.

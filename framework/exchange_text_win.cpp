@@ -123,11 +123,10 @@ void LoadInt(CFlgDataExchange& dx, int ctrlId, IntKind kind, T value) {
 
 template <typename T>
 void SaveInt(CFlgDataExchange& dx, int ctrlId, IntKind kind, T& value) {
-  std::int64_t v = 0;
-  if (ParseExchangeInt(ReadText(dx, ctrlId, kIntTextMax), kind, v))
-    value = static_cast<T>(v);
-  else
-    dx.AddError(static_cast<std::uint32_t>(ctrlId), IntKindMessage(kind));
+  std::int64_t v = static_cast<std::int64_t>(value);
+  const bool ok = ParseExchangeInt(ReadText(dx, ctrlId, kIntTextMax), kind, v);
+  value = static_cast<T>(v);
+  if (!ok) dx.AddError(static_cast<std::uint32_t>(ctrlId), IntKindMessage(kind));
 }
 
 Amount ReadAmount(CFlgDataExchange& dx, int ctrlId) {

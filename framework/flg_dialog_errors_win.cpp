@@ -17,6 +17,20 @@ void ForEachDescendant(HWND parent, const std::function<void(HWND)>& fn) {
   }
 }
 
+// A balloon draws its icon only beside a title, so a grid message's tip is titled by its kind.
+const char* TitleOfIcon(unsigned icon) {
+  switch (icon) {
+    case ValidatableGrid::kIconError:
+      return "Błąd";
+    case ValidatableGrid::kIconWarning:
+      return "Ostrzeżenie";
+    case ValidatableGrid::kIconQuestion:
+      return "Pytanie";
+    default:
+      return "Informacja";
+  }
+}
+
 UINT StyleOfIcon(unsigned icon) {
   switch (icon) {
     case ValidatableGrid::kIconError:
@@ -200,7 +214,9 @@ void CFlgDialog::ShowControlsMessages() {
     if (e.data.templateId != m_templateId) continue;
     const std::string text =
         e.count >= 2 && !e.data.countedText.empty() ? varion::CountedText(e.data.countedText, e.count) : e.data.text;
-    ShowInfoTip(e.ctrlId, e.data.templateId, "", text, StyleOfIcon(e.data.icon));
+    // The message's type supplies the tip's style bits; its icon decides the icon bits.
+    const UINT style = (static_cast<UINT>(e.data.type) & ~static_cast<UINT>(MB_ICONMASK)) | StyleOfIcon(e.data.icon);
+    ShowInfoTip(e.ctrlId, e.data.templateId, TitleOfIcon(e.data.icon), text, style);
   }
 }
 

@@ -722,6 +722,9 @@ TEST_F(DialogTest, GridErrorsBecomeCountedRecordsAndWarningsStayMessages) {
   d.ShowControlsMessages();
   EXPECT_EQ(CurrentTipText(d.Item(IDC_F_NOTE)), "Brak ceny w 2 pozycjach.");
   EXPECT_EQ(CurrentTipText(d.Item(IDC_F_NIP)), "Niski stan magazynu.");
+  // Each tip carries its message's icon.
+  EXPECT_EQ(CurrentTipIcon(d.Item(IDC_F_NOTE)), TTI_ERROR);
+  EXPECT_EQ(CurrentTipIcon(d.Item(IDC_F_NIP)), TTI_WARNING);
   d.RemoveMessagesFromGrid(IDC_F_NIP);
   EXPECT_TRUE(d.GetWarningsFromGrid().empty());
   HideTipMsgBox();

@@ -11,6 +11,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "base/export.h"
 #include "base/handles_win.h"
 #include "controls/window_base_win.h"
 #include "db/connection.h"
@@ -18,7 +19,7 @@
 
 namespace varion {
 
-class ListViewGrid : public Window {
+class VARION_API ListViewGrid : public Window {
  public:
   ListViewGrid(CMapCustGridCfg& cfg, db::Connection connection);
   ~ListViewGrid() override;

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/export.h"
+
 namespace varion::params {
 
 struct PageRun {
@@ -18,7 +20,7 @@ struct PageRun {
 
 // The runs of the page's body. Understands what GenerateContentsHtml writes: text with the
 // escapes &amp; &lt; &gt; &quot;, <A class=... href="...">...</a>, and ignores any other tag.
-std::vector<PageRun> PageRuns(std::string_view html);
+VARION_API std::vector<PageRun> PageRuns(std::string_view html);
 
 struct PageBox {
   int run;           // index into the runs
@@ -28,7 +30,7 @@ struct PageBox {
 
 // Lays the runs out in lines `width` pixels wide and `lineHeight` high; `measure` gives the width
 // of a text in pixels.
-std::vector<PageBox> FlowRuns(const std::vector<PageRun>& runs, int width, int lineHeight,
+VARION_API std::vector<PageBox> FlowRuns(const std::vector<PageRun>& runs, int width, int lineHeight,
                               const std::function<int(std::string_view)>& measure);
 
 }  // namespace varion::params

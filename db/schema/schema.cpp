@@ -177,6 +177,27 @@ constexpr ColumnDef kChartOfAccounts[] = {
     {"ko_IdRokuObrotowego", K::Int},
 };
 
+// Dictionaries of the named fillers and the filter combos.
+constexpr ColumnDef kTrades[] = {{"bra_Id", K::Id}, {"bra_Nazwa", K::Text, 100}};
+constexpr ColumnDef kFiscalPrinters[] = {{"uko_id", K::Id}, {"uko_Nazwa", K::Text, 100}, {"uko_Komputer", K::Text, 100}};
+constexpr ColumnDef kFlags[] = {{"flg_Id", K::Id}, {"flg_Text", K::Text, 100}};
+// Insurance-title codes: four digits, leading zeros kept ("0110").
+constexpr ColumnDef kZusCodes[] = {{"kz_Id", K::Id}, {"kz_Kod", K::Text, 4}, {"kz_Nazwa", K::Text, 255}};
+constexpr ColumnDef kVehicles[] = {{"sam_Id", K::Id}, {"sam_NrRejestracyjny", K::Text, 20}, {"sam_Opis", K::Text, 100}};
+constexpr ColumnDef kDocGroups[] = {{"gdk_Id", K::Id}, {"gdk_Nazwa", K::Text, 100}};
+constexpr ColumnDef kCashDesks[] = {{"kas_Id", K::Id}, {"kas_Symbol", K::Text, 20}, {"kas_Nazwa", K::Text, 100}};
+constexpr ColumnDef kCategories[] = {{"kat_Id", K::Id}, {"kat_Nazwa", K::Text, 100}};
+constexpr ColumnDef kCnCodes[] = {{"cn_Id", K::Id}, {"cn_Kod", K::Text, 10}, {"cn_Opis", K::Text, 255}};
+constexpr ColumnDef kModels[] = {{"mod_Id", K::Id}, {"mod_Nazwa", K::Text, 100}};
+// Bank accounts of every owner: rb_TypObiektu 1 the entity itself, 2 an employee, 3 a contractor.
+constexpr ColumnDef kBankAccounts[] = {{"rb_Id", K::Id},           {"rb_Nazwa", K::Text, 100}, {"rb_Numer", K::Text, 40},
+                                       {"rb_TypObiektu", K::Int, 0, true}, {"rb_IdObiektu", K::Int}};
+constexpr ColumnDef kPkwiu[] = {{"pkw_Id", K::Id}, {"pkw_Symbol", K::Text, 20}, {"pkw_Nazwa", K::Text, 255}};
+constexpr ColumnDef kLedgers[] = {{"rk_Id", K::Id}, {"rk_Nazwa", K::Text, 100}};
+constexpr ColumnDef kImportSchemes[] = {{"si_Id", K::Id}, {"si_Nazwa", K::Text, 100}};
+constexpr ColumnDef kBankServices[] = {{"ub_Id", K::Id}, {"ub_Nazwa", K::Text, 100}};
+constexpr ColumnDef kOrders[] = {{"zlc_Id", K::Id}, {"zlc_Numer", K::Text, 30}, {"zlc_Opis", K::Text, 255}};
+
 constexpr TableDef kTables[] = {
     {kDialogConfigTable, kDialogConfig, kDialogConfigIdx},
     {"log_Logowanie", kLog, {}},
@@ -201,6 +222,22 @@ constexpr TableDef kTables[] = {
     {"pd_RokObrotowy", kFiscalYears, {}},
     {"pk_Kartoteka", kAccountRegisters, {}},
     {"pk_PlanKont", kChartOfAccounts, {}},
+    {"sl_Branza", kTrades, {}},
+    {"sl_UrzadzenieKasowe", kFiscalPrinters, {}},
+    {"fl__Flagi", kFlags, {}},
+    {"sl_KodZus", kZusCodes, {}},
+    {"sl_Samochod", kVehicles, {}},
+    {"sl_GrupaDokumentow", kDocGroups, {}},
+    {"sl_Kasa", kCashDesks, {}},
+    {"sl_Kategoria", kCategories, {}},
+    {"sl_KodCN", kCnCodes, {}},
+    {"sl_Model", kModels, {}},
+    {"rb__RachBankowy", kBankAccounts, {}},
+    {"sl_Pkwiu", kPkwiu, {}},
+    {"sl_RejestrKsiegowy", kLedgers, {}},
+    {"sl_SchematImportu", kImportSchemes, {}},
+    {"sl_UslugaBankowa", kBankServices, {}},
+    {"sl_Zlecenie", kOrders, {}},
 };
 
 }  // namespace

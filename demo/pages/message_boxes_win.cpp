@@ -132,6 +132,6 @@ class MessageBoxesPage : public GalleryPage {
 
 }  // namespace
 
-VARION_GALLERY_PAGE(65, MessageBoxesPage);
+VARION_GALLERY_PAGE(66, MessageBoxesPage);
 
 }  // namespace varion::demo
