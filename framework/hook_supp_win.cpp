@@ -15,6 +15,7 @@
 #include "controls/calendar_win.h"
 #include "controls/currency_edit_win.h"
 #include "controls/date_edit_win.h"
+#include "controls/ident_edit_win.h"
 #include "controls/vel_controls_win.h"
 
 std::atomic<int> CHookSupp::m_bInitialized{0};
@@ -23,7 +24,6 @@ void* CHookSupp::m_pVXAXState = nullptr;
 
 namespace {
 
-BOOL AttachEdit(HWND h, CREATESTRUCTW*) { return CVelEditBase::Attach(h) != nullptr; }
 BOOL AttachCombo(HWND h, CREATESTRUCTW*) { return CVelComboBox::Attach(h) != nullptr; }
 BOOL AttachAnalityka(HWND h, CREATESTRUCTW*) { return CVelAnalitykaEdit::Attach(h) != nullptr; }
 BOOL AttachCalendar(HWND h, CREATESTRUCTW*) { return CVelCalendar::Attach(h) != nullptr; }
@@ -54,27 +54,27 @@ const varion::VelClassEntry kClasses[] = {
     {"vel_eyes", nullptr, nullptr},
     {"vel_piepercent", nullptr, nullptr},
     {"vel_planner", nullptr, nullptr},
-    {"vel_numeredit", "Edit", AttachEdit},
-    {"vel_paramedit", "Edit", AttachEdit},
+    {"vel_numeredit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_paramedit", "Edit", CVelIdentEdit::AttachCreating},
     {"vel_dateedit", "Edit", AttachDateEdit},
     {"vel_curredit", "Edit", CVelCurrencyEdit::AttachCreating},
-    {"vel_wwwedit", "Edit", AttachEdit},
-    {"vel_mailedit", "Edit", AttachEdit},
-    {"vel_folderedit", "Edit", AttachEdit},
-    {"vel_fileedit", "Edit", AttachEdit},
-    {"vel_ggedit", "Edit", AttachEdit},
-    {"vel_skypeedit", "Edit", AttachEdit},
-    {"vel_nipedit", "Edit", AttachEdit},
-    {"vel_nipeditex", "Edit", AttachEdit},
-    {"vel_rbedit", "Edit", AttachEdit},
-    {"vel_peseledit", "Edit", AttachEdit},
-    {"vel_regonedit", "Edit", AttachEdit},
+    {"vel_wwwedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_mailedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_folderedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_fileedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_ggedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_skypeedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_nipedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_nipeditex", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_rbedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_peseledit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_regonedit", "Edit", CVelIdentEdit::AttachCreating},
     {"vel_analitykaedit", "Edit", AttachAnalityka},
     {"DropdownCombobox", "ComboBox", AttachCombo},
-    {"vel_adresedit", "Edit", AttachEdit},
-    {"vel_timeeditex", "Edit", AttachEdit},
+    {"vel_adresedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_timeeditex", "Edit", CVelIdentEdit::AttachCreating},
     {"vel_currenteredit", "Edit", CVelCurrencyEnterEdit::AttachCreating},
-    {"vel_idwewnetrznyedit", "Edit", AttachEdit},
+    {"vel_idwewnetrznyedit", "Edit", CVelIdentEdit::AttachCreating},
 };
 
 const char* const kVxaxClasses[][2] = {

@@ -12,6 +12,7 @@
 #include "base/library_module_win.h"
 #include "controls/calendar_win.h"
 #include "controls/date_edit_win.h"
+#include "controls/ident_edit_win.h"
 #include "controls/private_messages.h"
 #include "controls/currency_edit_win.h"
 #include "controls/vel_controls_win.h"
@@ -113,10 +114,25 @@ TEST_F(HookTest, EachNameGetsItsObjectAndOtherClassesPassUnchanged) {
                                      m_parent.get(), nullptr, nullptr, nullptr));
   EXPECT_EQ(CVelCurrencyEdit::FromHandle(amount.get())->GetValue(), Amount::FromRaw(12345000));
   // The copy still behaves as the system class: typing lands in the text.
-  unique_hwnd edit = Create(m_parent.get(), L"vel_numeredit");
+  unique_hwnd edit = Create(m_parent.get(), L"vel_adresedit");
   SetFocus(edit.get());
   for (wchar_t ch : std::wstring(L"12\u0105")) SendMessageW(edit.get(), WM_CHAR, ch, 1);
   EXPECT_EQ(testing::GetTextA(edit.get()), "12ą");
+}
+
+TEST_F(HookTest, IdentifierClassesGetTheFieldOfTheirKind) {
+  for (int k = static_cast<int>(IdentKind::Nip); k <= static_cast<int>(IdentKind::Param); ++k) {
+    const auto kind = static_cast<IdentKind>(k);
+    SCOPED_TRACE(IdentClassName(kind));
+    unique_hwnd w = Create(m_parent.get(), text::Cp1250ToWide(IdentClassName(kind)).c_str());
+    const CVelIdentEdit* field = CVelIdentEdit::FromHandle(w.get());
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(field->GetKind(), kind);
+    // Made by the hook, the field finishes its set-up on WM_CREATE: its limit and browse button.
+    EXPECT_EQ(static_cast<std::size_t>(SendMessageW(w.get(), EM_GETLIMITTEXT, 0, 0)), IdentMaxLength(kind));
+    const bool browses = kind == IdentKind::Folder || kind == IdentKind::File;
+    EXPECT_EQ(GetDlgItem(w.get(), CVelIdentEdit::kBrowseButtonId) != nullptr, browses);
+  }
 }
 
 TEST_F(HookTest, DateFieldsAndCalendarsGetTheirOwnObjects) {
