@@ -16,6 +16,7 @@
 #include "controls/currency_edit_win.h"
 #include "controls/date_edit_win.h"
 #include "controls/ident_edit_win.h"
+#include "controls/small_controls_win.h"
 #include "controls/vel_controls_win.h"
 
 std::atomic<int> CHookSupp::m_bInitialized{0};
@@ -32,27 +33,29 @@ BOOL AttachDateEdit(HWND h, CREATESTRUCTW*) { return CVelDateEdit::Attach(h) != 
 constexpr UINT kOwnClassStyle = CS_VREDRAW | CS_HREDRAW | CS_DBLCLKS;  // 11
 constexpr std::size_t kClassNameLimit = 100;
 
+// The classes left without an object ("vel_htmlctrl", "vel_eyes" and the others) and why:
+// controls/small_controls_win.h.
 // Registration order matters to hosts that look classes up by position in old tools; keep it.
 const varion::VelClassEntry kClasses[] = {
-    {"vel_addbtn", nullptr, nullptr},
-    {"vel_editbtn", nullptr, nullptr},
-    {"vel_listbtn", nullptr, nullptr},
-    {"vel_deletebtn", nullptr, nullptr},
-    {"vel_bkgnd", nullptr, nullptr},
-    {"vel_bmpbutton", nullptr, nullptr},
-    {"vel_hyperlink", nullptr, nullptr},
-    {"vel_combohyperlink", nullptr, nullptr},
-    {"vel_combohyperlinkex", nullptr, nullptr},
+    {"vel_addbtn", nullptr, CVelActionButton::AttachCreating},
+    {"vel_editbtn", nullptr, CVelActionButton::AttachCreating},
+    {"vel_listbtn", nullptr, CVelActionButton::AttachCreating},
+    {"vel_deletebtn", nullptr, CVelActionButton::AttachCreating},
+    {"vel_bkgnd", nullptr, CVelBkgnd::AttachCreating},
+    {"vel_bmpbutton", nullptr, CVelBmpButton::AttachCreating},
+    {"vel_hyperlink", nullptr, CVelHyperlink::AttachCreating},
+    {"vel_combohyperlink", nullptr, CVelComboHyperlink::AttachCreating},
+    {"vel_combohyperlinkex", nullptr, CVelComboHyperlink::AttachCreating},
     {"vel_htmlctrl", nullptr, nullptr},
     {"vel_htmlcnt", nullptr, nullptr},
-    {"vel_infoframe", nullptr, nullptr},
+    {"vel_infoframe", nullptr, CVelInfoFrame::AttachCreating},
     {"vel_calculator", nullptr, nullptr},
     {"vel_calendar", nullptr, AttachCalendar},
     {"vel_colorpicker", nullptr, nullptr},
     {"vel_colorpopup", nullptr, nullptr},
     {"vel_gridcnt", nullptr, nullptr},
     {"vel_eyes", nullptr, nullptr},
-    {"vel_piepercent", nullptr, nullptr},
+    {"vel_piepercent", nullptr, CVelPiePercent::AttachCreating},
     {"vel_planner", nullptr, nullptr},
     {"vel_numeredit", "Edit", CVelIdentEdit::AttachCreating},
     {"vel_paramedit", "Edit", CVelIdentEdit::AttachCreating},

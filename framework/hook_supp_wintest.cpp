@@ -13,6 +13,7 @@
 #include "controls/calendar_win.h"
 #include "controls/date_edit_win.h"
 #include "controls/ident_edit_win.h"
+#include "controls/small_controls_win.h"
 #include "controls/private_messages.h"
 #include "controls/currency_edit_win.h"
 #include "controls/vel_controls_win.h"
@@ -86,7 +87,7 @@ TEST_F(HookTest, EachNameGetsItsObjectAndOtherClassesPassUnchanged) {
       {L"vel_curredit", WS_BORDER, "amount"},       {L"vel_currenteredit", WS_BORDER, "amount enter"},
       {L"vel_dateedit", WS_BORDER, "edit"},         {L"vel_idwewnetrznyedit", WS_BORDER, "edit"},
       {L"vel_analitykaedit", WS_BORDER, "analityka"}, {L"DropdownCombobox", CBS_DROPDOWN, "combo"},
-      {L"vel_bkgnd", 0, nullptr},  // a class of its own, not in the map
+      {L"vel_eyes", 0, nullptr},  // a class of its own, not in the map
       {L"VXAX_Edit", WS_BORDER, nullptr},           {L"Edit", WS_BORDER, nullptr},
       {L"VEL_CURREDIT", WS_BORDER, "amount"},  // class names ignore case
   };
@@ -133,6 +134,31 @@ TEST_F(HookTest, IdentifierClassesGetTheFieldOfTheirKind) {
     const bool browses = kind == IdentKind::Folder || kind == IdentKind::File;
     EXPECT_EQ(GetDlgItem(w.get(), CVelIdentEdit::kBrowseButtonId) != nullptr, browses);
   }
+}
+
+TEST_F(HookTest, SmallControlClassesGetTheirObjects) {
+  const struct {
+    const wchar_t* cls;
+    bool (*right)(HWND);
+  } cases[] = {
+      {L"vel_addbtn", [](HWND h) { return CVelActionButton::FromHandle(h)->GetAction() == CVelActionButton::kAdd; }},
+      {L"vel_deletebtn", [](HWND h) { return CVelActionButton::FromHandle(h)->GetAction() == CVelActionButton::kDelete; }},
+      {L"vel_bmpbutton", [](HWND h) { return CVelBmpButton::FromHandle(h) != nullptr; }},
+      {L"vel_hyperlink", [](HWND h) { return CVelHyperlink::FromHandle(h) != nullptr; }},
+      {L"vel_combohyperlinkex", [](HWND h) { return CVelComboHyperlink::FromHandle(h) != nullptr; }},
+      {L"vel_piepercent", [](HWND h) { return CVelPiePercent::FromHandle(h) != nullptr; }},
+      {L"vel_infoframe", [](HWND h) { return CVelControlBase::FromHandle(h) != nullptr; }},
+      {L"vel_bkgnd", [](HWND h) { return CVelControlBase::FromHandle(h) != nullptr; }},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(text::WideToCp1250(c.cls));
+    unique_hwnd w = Create(m_parent.get(), c.cls, 0);
+    ASSERT_NE(CVelControlBase::FromHandle(w.get()), nullptr);
+    EXPECT_TRUE(c.right(w.get()));
+  }
+  // Made by the hook, an action button gets its tooltip on WM_CREATE.
+  unique_hwnd add = Create(m_parent.get(), L"vel_addbtn", 0);
+  EXPECT_NE(CVelActionButton::FromHandle(add.get())->GetTooltip(), nullptr);
 }
 
 TEST_F(HookTest, DateFieldsAndCalendarsGetTheirOwnObjects) {
