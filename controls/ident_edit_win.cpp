@@ -289,6 +289,13 @@ LRESULT CVelIdentEdit::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
       PlaceButton();
       return r;
     }
+    case WM_PAINT: {
+      // The edit class paints with its parent's clipping (CS_PARENTDC), over its children: the
+      // button paints itself again on top.
+      const LRESULT r = CVelEditBase::WindowProc(msg, wp, lp);
+      if (m_button) RedrawWindow(m_button, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+      return r;
+    }
     case WM_SETFONT:
       if (m_button) SendMessageW(m_button, WM_SETFONT, wp, lp);
       {

@@ -247,6 +247,7 @@ TEST_F(IdentEditTest, BrowseButtonAndF4AskTheChooser) {
   RECT buttonRect;
   GetWindowRect(GetDlgItem(Edit(), CVelIdentEdit::kBrowseButtonId), &buttonRect);
   EXPECT_GE(HIWORD(margins), buttonRect.right - buttonRect.left);
+
 }
 
 TEST_F(IdentEditTest, TimeFieldStepsTheFieldUnderTheCaret) {

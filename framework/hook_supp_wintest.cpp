@@ -132,7 +132,17 @@ TEST_F(HookTest, IdentifierClassesGetTheFieldOfTheirKind) {
     // Made by the hook, the field finishes its set-up on WM_CREATE: its limit and browse button.
     EXPECT_EQ(static_cast<std::size_t>(SendMessageW(w.get(), EM_GETLIMITTEXT, 0, 0)), IdentMaxLength(kind));
     const bool browses = kind == IdentKind::Folder || kind == IdentKind::File;
-    EXPECT_EQ(GetDlgItem(w.get(), CVelIdentEdit::kBrowseButtonId) != nullptr, browses);
+    HWND button = GetDlgItem(w.get(), CVelIdentEdit::kBrowseButtonId);
+    EXPECT_EQ(button != nullptr, browses);
+    if (button) {
+      RECT client, r;
+      GetClientRect(w.get(), &client);
+      GetWindowRect(button, &r);
+      MapWindowPoints(nullptr, w.get(), reinterpret_cast<POINT*>(&r), 2);
+      EXPECT_TRUE(IsWindowVisible(button));
+      EXPECT_GT(r.right - r.left, 0);
+      EXPECT_EQ(r.right, client.right) << r.left << "," << r.top << "," << r.right << "," << r.bottom;
+    }
   }
 }
 
