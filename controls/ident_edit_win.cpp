@@ -135,7 +135,9 @@ void CVelIdentEdit::Initialize() {
   if (HasBrowseButton()) {
     // A child of the edit, so it moves and hides with it; its clicks come to the edit as WM_COMMAND.
     // The edit destroys it with itself.
-    m_button = CreateWindowExW(0, L"BUTTON", L"...", WS_CHILD | WS_VISIBLE | BS_PUSHBUTTON, 0, 0, 0, 0, m_hWnd,
+    // Drawn by the edit (WM_DRAWITEM): a button inside an edit paints with the edit's clipping,
+    // and Wine's themed push button drew nothing there.
+    m_button = CreateWindowExW(0, L"BUTTON", L"...", WS_CHILD | WS_VISIBLE | BS_OWNERDRAW, 0, 0, 0, 0, m_hWnd,
                                reinterpret_cast<HMENU>(static_cast<INT_PTR>(kBrowseButtonId)),
                                varion::LibraryModule(), nullptr);
     SendMessageW(m_button, WM_SETFONT, Default(WM_GETFONT, 0, 0), FALSE);
@@ -242,6 +244,24 @@ void CVelIdentEdit::Browse() {
   Settle();
 }
 
+void CVelIdentEdit::DrawBrowseButton(const DRAWITEMSTRUCT& item) const {
+  RECT r = item.rcItem;
+  const bool pressed = (item.itemState & ODS_SELECTED) != 0;
+  DrawFrameControl(item.hDC, &r, DFC_BUTTON, DFCS_BUTTONPUSH | (pressed ? DFCS_PUSHED : 0));
+  if (pressed) OffsetRect(&r, 1, 1);
+  SetBkMode(item.hDC, TRANSPARENT);
+  SetTextColor(item.hDC, GetSysColor(IsWindowEnabled(m_hWnd) ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+  const HFONT font = reinterpret_cast<HFONT>(SendMessageW(m_hWnd, WM_GETFONT, 0, 0));
+  const HGDIOBJ old = font ? SelectObject(item.hDC, font) : nullptr;
+  DrawTextW(item.hDC, L"...", 3, &r, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+  if (old) SelectObject(item.hDC, old);
+  if (item.itemState & ODS_FOCUS) {
+    RECT focus = item.rcItem;
+    InflateRect(&focus, -3, -3);
+    DrawFocusRect(item.hDC, &focus);
+  }
+}
+
 void CVelIdentEdit::PlaceButton() {
   if (!m_button) return;
   RECT r;
@@ -289,12 +309,11 @@ LRESULT CVelIdentEdit::WindowProc(UINT msg, WPARAM wp, LPARAM lp) {
       PlaceButton();
       return r;
     }
-    case WM_PAINT: {
-      // The edit class paints with its parent's clipping (CS_PARENTDC), over its children: the
-      // button paints itself again on top.
-      const LRESULT r = CVelEditBase::WindowProc(msg, wp, lp);
-      if (m_button) RedrawWindow(m_button, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
-      return r;
+    case WM_DRAWITEM: {
+      const auto* item = reinterpret_cast<const DRAWITEMSTRUCT*>(lp);
+      if (!m_button || item->hwndItem != m_button) break;
+      DrawBrowseButton(*item);
+      return TRUE;
     }
     case WM_SETFONT:
       if (m_button) SendMessageW(m_button, WM_SETFONT, wp, lp);

@@ -66,6 +66,7 @@ class VARION_API CVelIdentEdit : public CVelEditBase {
   void OnPaste();
   bool OnKeyDown(WPARAM key);
   bool OnCtrlClick();
+  void DrawBrowseButton(const DRAWITEMSTRUCT& item) const;
   void PlaceButton();
   bool HasBrowseButton() const {
     return m_kind == varion::IdentKind::Folder || m_kind == varion::IdentKind::File;

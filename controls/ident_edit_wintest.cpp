@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "base/handles_win.h"
 #include "base/text.h"
 #include "controls/clipboard_win.h"
 #include "controls/ident_edit_win.h"
@@ -289,6 +290,39 @@ TEST_F(IdentEditTest, NumberTakesTheLocaleSeparatorAndLimits) {
   SetWindowTextA(Edit(), "100,01");
   Leave();
   EXPECT_TRUE(Faulty());
+}
+
+}  // namespace
+}  // namespace varion
+namespace varion {
+namespace {
+
+// The browse button draws itself: its face and its three dots, over whatever was there before.
+TEST_F(IdentEditTest, BrowseButtonIsDrawn) {
+  Make(IdentKind::Folder, L"C:\\Dokumenty");
+  HWND button = GetWindow(Edit(), GW_CHILD);
+  ASSERT_TRUE(button);
+  RECT r;
+  GetClientRect(button, &r);
+  ASSERT_GT(r.right, 4);
+  ASSERT_GT(r.bottom, 4);
+  WindowDc screen(nullptr);
+  unique_dc memory(CreateCompatibleDC(screen.get()));
+  unique_bitmap bitmap(CreateCompatibleBitmap(screen.get(), r.right, r.bottom));
+  SelectedObject selected(memory.get(), bitmap.get());
+  constexpr COLORREF kMarker = RGB(255, 0, 255);
+  unique_brush marker(CreateSolidBrush(kMarker));
+  FillRect(memory.get(), &r, marker.get());
+  SendMessageW(button, WM_PRINT, reinterpret_cast<WPARAM>(memory.get()), PRF_CLIENT | PRF_NONCLIENT | PRF_ERASEBKGND);
+  int marked = 0, text = 0;
+  for (int y = 0; y < r.bottom; ++y)
+    for (int x = 0; x < r.right; ++x) {
+      const COLORREF c = GetPixel(memory.get(), x, y);
+      marked += c == kMarker;
+      text += c == GetSysColor(COLOR_BTNTEXT);
+    }
+  EXPECT_EQ(marked, 0);
+  EXPECT_GT(text, 0);
 }
 
 }  // namespace
