@@ -221,6 +221,11 @@ TEST_F(ParamDialogsTest, FailedChecksKeepTheDialogOpenAndCancelChangesNothing) {
             IDCANCEL);
   EXPECT_TRUE(s.Value == sBefore.Value && s.Value2 == sBefore.Value2 && s.Empty == sBefore.Empty &&
               s.DisplayValue == sBefore.DisplayValue);
+
+  // The amount dialog on a text record closes unchanged before anyone can type.
+  EXPECT_EQ(Run<CParamDlg_Currency>(s, [](CParamDlg_Base& d) { Click(d, IDOK); }), IDCANCEL);
+  EXPECT_EQ(opened, 0);
+  EXPECT_TRUE(s.Value == sBefore.Value && s.Value3 == sBefore.Value3 && s.Empty == sBefore.Empty);
 }
 
 // A followed link of the page opens the dialog of the record's type; confirmed values show on

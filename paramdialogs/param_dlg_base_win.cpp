@@ -56,6 +56,11 @@ const DateTools::IClock& CParamDlg_Base::Clock() const {
 }
 
 BOOL CParamDlg_Base::OnInitDialog() {
+  // A record of another type could not hold this dialog's values: it is closed unchanged.
+  if (KindOfType(m_param->Type) != m_kind) {
+    EndDialog(IDCANCEL);
+    return FALSE;
+  }
   const std::string label = WithoutMarkup(m_param->Label);
   SetWindowTextW(m_hWnd, varion::text::Cp1250ToWide(label.empty() ? "Parametr" : label).c_str());
   SetItemText(m_hWnd, IDC_PARAMDLG_LABEL, m_param->Prompt.empty() ? label : WithoutMarkup(m_param->Prompt));

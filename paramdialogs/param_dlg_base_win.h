@@ -18,7 +18,8 @@
 
 class VARION_API CParamDlg_Base : public CFlgDialog {
  public:
-  // The record must outlive the dialog; it is written on OK only.
+  // The record must outlive the dialog; it is written on OK only. A record whose type is not of
+  // the dialog's kind ends the dialog with Cancel as it opens.
   CParamDlg_Base(UINT templateId, ZEST_PARAMS& param, varion::paramdlg::ValueKind kind, HWND parent = nullptr);
 
   ZEST_PARAMS& GetParamRecord() const { return *m_param; }

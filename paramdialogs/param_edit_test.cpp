@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "params/params_html_ctrl.h"
+#include "tests/db_backends.h"
 
 namespace {
 
@@ -218,5 +221,65 @@ TEST(ParamEditLoad, AFreshPresetOpensOnItsFirstOperatorWithEmptyFields) {
   p.Value3 = std::int32_t{0x1000};
   EXPECT_EQ(LoadEditValues(p).op, 0x1u);
 }
+
+// What the dialogs store selects the rows meant on every backend: the text with an apostrophe,
+// the amount range with both ends, and a named period on a column holding times (whole days).
+class StoredValuesOnServer : public ::testing::TestWithParam<std::string> {
+ protected:
+  StoredValuesOnServer() : m_db(GetParam()), m_conn(m_db.Connect()) {
+    const varion::SqlDialect& d = m_conn.Dialect();
+    m_conn.Execute(std::string("CREATE TABLE doc (id INT, opis ") + d.TextType(50) + ", wartosc " + d.AmountType() +
+                   ", data " + d.DateTimeType() + ")");
+    for (const char* row : {"1, 'O''Brien i syn', 10.00, '2024-05-13 08:00:00'", "2, 'Kowalski', 15.50, '2024-05-19 23:30:00'",
+                            "3, 'OBrien', 20.01, '2024-05-20 00:00:00'", "4, 'Nowak', 5.00, '2024-05-12 23:59:00'"})
+      m_conn.Execute(std::string("INSERT INTO doc VALUES (") + row + ")");
+  }
+
+  std::set<int> Select(const std::vector<ZEST_PARAMS>& params) const {
+    CParamsHtmlCtrl view;
+    view.SetConnection(m_conn);
+    for (const ZEST_PARAMS& p : params) view.GetParams().Add(p);
+    const std::string where = view.GetWhereString();
+    std::set<int> ids;
+    for (auto rs = m_conn.OpenRS("SELECT id FROM doc" + (where.empty() ? "" : " WHERE " + where)); !rs.IsEOF(); rs.MoveNext())
+      ids.insert(rs.GetCollect(0).AsInt32());
+    return ids;
+  }
+
+  static ZEST_PARAMS Stored(int type, std::uint32_t param, const char* column, const ParamEditValues& v) {
+    ZEST_PARAMS p = Record(type, param);
+    p.DbField = column;
+    EXPECT_TRUE(StoreEditValues(p, v, kClock).empty());
+    return p;
+  }
+
+  varion::testing::TestDatabase m_db;
+  varion::db::Connection m_conn;
+};
+
+TEST_P(StoredValuesOnServer, SelectTheRowsMeant) {
+  const ZEST_PARAMS text = Stored(0, 0x101, "opis", Text(0x100, "O'Brien"));
+  const ZEST_PARAMS amount = Stored(1, 0xE000101F, "wartosc", Money(0x1000, U(10), U(20)));
+  const ZEST_PARAMS week = Stored(20, 0x21000, "data", Days(0x21000, DateTime::Null()));
+  const ZEST_PARAMS any = Stored(1, 0xE000101F, "wartosc", Any());
+  struct Case {
+    const char* name;
+    std::vector<ZEST_PARAMS> params;
+    std::set<int> rows;
+  } cases[] = {
+      {"text begins with", {text}, {1}},
+      {"amount range", {amount}, {1, 2}},
+      {"current week on date and time", {week}, {1, 2}},
+      {"any restricts nothing", {any}, {1, 2, 3, 4}},
+      {"all together", {week, amount, text, any}, {1}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    EXPECT_EQ(Select(c.params), c.rows);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Backends, StoredValuesOnServer, ::testing::ValuesIn(varion::testing::DatabaseBackends()),
+                         varion::testing::BackendTestName);
 
 }  // namespace
