@@ -1,7 +1,10 @@
 // The one way the dialog framework asks the user something or tells them something in a box:
 // the save prompt, dialog-level errors and help texts. The message-box subsystem replaces the
 // system box here, and tests put an answering function in place, so that nothing ever waits for
-// a person.
+// a person. A host that wants the library's own box here (its look, sized to long texts) calls
+// CMB::InstallAsFrameworkMessageBox once (dialogs/customizable_message_box_win.h). It is not the
+// default: the host chooses how its own questions look. Where that box cannot open, the system
+// box answers instead, so that no question and no failure report is lost.
 #pragma once
 
 #include <windows.h>

@@ -15,6 +15,8 @@
 #include "controls/calendar_win.h"
 #include "controls/currency_edit_win.h"
 #include "controls/date_edit_win.h"
+#include "controls/ident_edit_win.h"
+#include "controls/small_controls_win.h"
 #include "controls/vel_controls_win.h"
 
 std::atomic<int> CHookSupp::m_bInitialized{0};
@@ -23,7 +25,6 @@ void* CHookSupp::m_pVXAXState = nullptr;
 
 namespace {
 
-BOOL AttachEdit(HWND h, CREATESTRUCTW*) { return CVelEditBase::Attach(h) != nullptr; }
 BOOL AttachCombo(HWND h, CREATESTRUCTW*) { return CVelComboBox::Attach(h) != nullptr; }
 BOOL AttachAnalityka(HWND h, CREATESTRUCTW*) { return CVelAnalitykaEdit::Attach(h) != nullptr; }
 BOOL AttachCalendar(HWND h, CREATESTRUCTW*) { return CVelCalendar::Attach(h) != nullptr; }
@@ -32,49 +33,51 @@ BOOL AttachDateEdit(HWND h, CREATESTRUCTW*) { return CVelDateEdit::Attach(h) != 
 constexpr UINT kOwnClassStyle = CS_VREDRAW | CS_HREDRAW | CS_DBLCLKS;  // 11
 constexpr std::size_t kClassNameLimit = 100;
 
+// The classes left without an object ("vel_htmlctrl", "vel_eyes" and the others) and why:
+// controls/small_controls_win.h.
 // Registration order matters to hosts that look classes up by position in old tools; keep it.
 const varion::VelClassEntry kClasses[] = {
-    {"vel_addbtn", nullptr, nullptr},
-    {"vel_editbtn", nullptr, nullptr},
-    {"vel_listbtn", nullptr, nullptr},
-    {"vel_deletebtn", nullptr, nullptr},
-    {"vel_bkgnd", nullptr, nullptr},
-    {"vel_bmpbutton", nullptr, nullptr},
-    {"vel_hyperlink", nullptr, nullptr},
-    {"vel_combohyperlink", nullptr, nullptr},
-    {"vel_combohyperlinkex", nullptr, nullptr},
+    {"vel_addbtn", nullptr, CVelActionButton::AttachCreating},
+    {"vel_editbtn", nullptr, CVelActionButton::AttachCreating},
+    {"vel_listbtn", nullptr, CVelActionButton::AttachCreating},
+    {"vel_deletebtn", nullptr, CVelActionButton::AttachCreating},
+    {"vel_bkgnd", nullptr, CVelBkgnd::AttachCreating},
+    {"vel_bmpbutton", nullptr, CVelBmpButton::AttachCreating},
+    {"vel_hyperlink", nullptr, CVelHyperlink::AttachCreating},
+    {"vel_combohyperlink", nullptr, CVelComboHyperlink::AttachCreating},
+    {"vel_combohyperlinkex", nullptr, CVelComboHyperlink::AttachCreating},
     {"vel_htmlctrl", nullptr, nullptr},
     {"vel_htmlcnt", nullptr, nullptr},
-    {"vel_infoframe", nullptr, nullptr},
+    {"vel_infoframe", nullptr, CVelInfoFrame::AttachCreating},
     {"vel_calculator", nullptr, nullptr},
     {"vel_calendar", nullptr, AttachCalendar},
     {"vel_colorpicker", nullptr, nullptr},
     {"vel_colorpopup", nullptr, nullptr},
     {"vel_gridcnt", nullptr, nullptr},
     {"vel_eyes", nullptr, nullptr},
-    {"vel_piepercent", nullptr, nullptr},
+    {"vel_piepercent", nullptr, CVelPiePercent::AttachCreating},
     {"vel_planner", nullptr, nullptr},
-    {"vel_numeredit", "Edit", AttachEdit},
-    {"vel_paramedit", "Edit", AttachEdit},
+    {"vel_numeredit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_paramedit", "Edit", CVelIdentEdit::AttachCreating},
     {"vel_dateedit", "Edit", AttachDateEdit},
     {"vel_curredit", "Edit", CVelCurrencyEdit::AttachCreating},
-    {"vel_wwwedit", "Edit", AttachEdit},
-    {"vel_mailedit", "Edit", AttachEdit},
-    {"vel_folderedit", "Edit", AttachEdit},
-    {"vel_fileedit", "Edit", AttachEdit},
-    {"vel_ggedit", "Edit", AttachEdit},
-    {"vel_skypeedit", "Edit", AttachEdit},
-    {"vel_nipedit", "Edit", AttachEdit},
-    {"vel_nipeditex", "Edit", AttachEdit},
-    {"vel_rbedit", "Edit", AttachEdit},
-    {"vel_peseledit", "Edit", AttachEdit},
-    {"vel_regonedit", "Edit", AttachEdit},
+    {"vel_wwwedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_mailedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_folderedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_fileedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_ggedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_skypeedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_nipedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_nipeditex", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_rbedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_peseledit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_regonedit", "Edit", CVelIdentEdit::AttachCreating},
     {"vel_analitykaedit", "Edit", AttachAnalityka},
     {"DropdownCombobox", "ComboBox", AttachCombo},
-    {"vel_adresedit", "Edit", AttachEdit},
-    {"vel_timeeditex", "Edit", AttachEdit},
+    {"vel_adresedit", "Edit", CVelIdentEdit::AttachCreating},
+    {"vel_timeeditex", "Edit", CVelIdentEdit::AttachCreating},
     {"vel_currenteredit", "Edit", CVelCurrencyEnterEdit::AttachCreating},
-    {"vel_idwewnetrznyedit", "Edit", AttachEdit},
+    {"vel_idwewnetrznyedit", "Edit", CVelIdentEdit::AttachCreating},
 };
 
 const char* const kVxaxClasses[][2] = {

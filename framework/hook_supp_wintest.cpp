@@ -12,6 +12,8 @@
 #include "base/library_module_win.h"
 #include "controls/calendar_win.h"
 #include "controls/date_edit_win.h"
+#include "controls/ident_edit_win.h"
+#include "controls/small_controls_win.h"
 #include "controls/private_messages.h"
 #include "controls/currency_edit_win.h"
 #include "controls/vel_controls_win.h"
@@ -85,7 +87,7 @@ TEST_F(HookTest, EachNameGetsItsObjectAndOtherClassesPassUnchanged) {
       {L"vel_curredit", WS_BORDER, "amount"},       {L"vel_currenteredit", WS_BORDER, "amount enter"},
       {L"vel_dateedit", WS_BORDER, "edit"},         {L"vel_idwewnetrznyedit", WS_BORDER, "edit"},
       {L"vel_analitykaedit", WS_BORDER, "analityka"}, {L"DropdownCombobox", CBS_DROPDOWN, "combo"},
-      {L"vel_bkgnd", 0, nullptr},  // a class of its own, not in the map
+      {L"vel_eyes", 0, nullptr},  // a class of its own, not in the map
       {L"VXAX_Edit", WS_BORDER, nullptr},           {L"Edit", WS_BORDER, nullptr},
       {L"VEL_CURREDIT", WS_BORDER, "amount"},  // class names ignore case
   };
@@ -113,10 +115,60 @@ TEST_F(HookTest, EachNameGetsItsObjectAndOtherClassesPassUnchanged) {
                                      m_parent.get(), nullptr, nullptr, nullptr));
   EXPECT_EQ(CVelCurrencyEdit::FromHandle(amount.get())->GetValue(), Amount::FromRaw(12345000));
   // The copy still behaves as the system class: typing lands in the text.
-  unique_hwnd edit = Create(m_parent.get(), L"vel_numeredit");
+  unique_hwnd edit = Create(m_parent.get(), L"vel_adresedit");
   SetFocus(edit.get());
   for (wchar_t ch : std::wstring(L"12\u0105")) SendMessageW(edit.get(), WM_CHAR, ch, 1);
   EXPECT_EQ(testing::GetTextA(edit.get()), "12ą");
+}
+
+TEST_F(HookTest, IdentifierClassesGetTheFieldOfTheirKind) {
+  for (int k = static_cast<int>(IdentKind::Nip); k <= static_cast<int>(IdentKind::Param); ++k) {
+    const auto kind = static_cast<IdentKind>(k);
+    SCOPED_TRACE(IdentClassName(kind));
+    unique_hwnd w = Create(m_parent.get(), text::Cp1250ToWide(IdentClassName(kind)).c_str());
+    const CVelIdentEdit* field = CVelIdentEdit::FromHandle(w.get());
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(field->GetKind(), kind);
+    // Made by the hook, the field finishes its set-up on WM_CREATE: its limit and browse button.
+    EXPECT_EQ(static_cast<std::size_t>(SendMessageW(w.get(), EM_GETLIMITTEXT, 0, 0)), IdentMaxLength(kind));
+    const bool browses = kind == IdentKind::Folder || kind == IdentKind::File;
+    HWND button = GetDlgItem(w.get(), CVelIdentEdit::kBrowseButtonId);
+    EXPECT_EQ(button != nullptr, browses);
+    if (button) {
+      RECT client, r;
+      GetClientRect(w.get(), &client);
+      GetWindowRect(button, &r);
+      MapWindowPoints(nullptr, w.get(), reinterpret_cast<POINT*>(&r), 2);
+      EXPECT_TRUE(IsWindowVisible(button));
+      EXPECT_GT(r.right - r.left, 0);
+      EXPECT_EQ(r.right, client.right) << r.left << "," << r.top << "," << r.right << "," << r.bottom;
+    }
+  }
+}
+
+TEST_F(HookTest, SmallControlClassesGetTheirObjects) {
+  const struct {
+    const wchar_t* cls;
+    bool (*right)(HWND);
+  } cases[] = {
+      {L"vel_addbtn", [](HWND h) { return CVelActionButton::FromHandle(h)->GetAction() == CVelActionButton::kAdd; }},
+      {L"vel_deletebtn", [](HWND h) { return CVelActionButton::FromHandle(h)->GetAction() == CVelActionButton::kDelete; }},
+      {L"vel_bmpbutton", [](HWND h) { return CVelBmpButton::FromHandle(h) != nullptr; }},
+      {L"vel_hyperlink", [](HWND h) { return CVelHyperlink::FromHandle(h) != nullptr; }},
+      {L"vel_combohyperlinkex", [](HWND h) { return CVelComboHyperlink::FromHandle(h) != nullptr; }},
+      {L"vel_piepercent", [](HWND h) { return CVelPiePercent::FromHandle(h) != nullptr; }},
+      {L"vel_infoframe", [](HWND h) { return CVelControlBase::FromHandle(h) != nullptr; }},
+      {L"vel_bkgnd", [](HWND h) { return CVelControlBase::FromHandle(h) != nullptr; }},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(text::WideToCp1250(c.cls));
+    unique_hwnd w = Create(m_parent.get(), c.cls, 0);
+    ASSERT_NE(CVelControlBase::FromHandle(w.get()), nullptr);
+    EXPECT_TRUE(c.right(w.get()));
+  }
+  // Made by the hook, an action button gets its tooltip on WM_CREATE.
+  unique_hwnd add = Create(m_parent.get(), L"vel_addbtn", 0);
+  EXPECT_NE(CVelActionButton::FromHandle(add.get())->GetTooltip(), nullptr);
 }
 
 TEST_F(HookTest, DateFieldsAndCalendarsGetTheirOwnObjects) {

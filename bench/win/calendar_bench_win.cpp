@@ -9,21 +9,13 @@
 #include <cstdio>
 #include <vector>
 
+#include "bench/win/bench_clock_win.h"
 #include "controls/calendar_win.h"
 #include "controls/system_time_win.h"
 
 namespace {
 
-double Now() {
-  static const double frequency = [] {
-    LARGE_INTEGER f;
-    QueryPerformanceFrequency(&f);
-    return static_cast<double>(f.QuadPart);
-  }();
-  LARGE_INTEGER t;
-  QueryPerformanceCounter(&t);
-  return static_cast<double>(t.QuadPart) / frequency;
-}
+using varion::bench::Now;
 
 constexpr int kPaints = 200;  // per sample
 constexpr int kRounds = 7;

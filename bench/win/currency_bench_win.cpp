@@ -9,26 +9,14 @@
 #include <cstdio>
 #include <vector>
 
+#include "bench/win/bench_clock_win.h"
 #include "base/text.h"
 #include "controls/currency_edit_win.h"
 
 namespace {
 
-double Now() {
-  static const double frequency = [] {
-    LARGE_INTEGER f;
-    QueryPerformanceFrequency(&f);
-    return static_cast<double>(f.QuadPart);
-  }();
-  LARGE_INTEGER t;
-  QueryPerformanceCounter(&t);
-  return static_cast<double>(t.QuadPart) / frequency;
-}
-
-double Median(std::vector<double> v) {
-  std::sort(v.begin(), v.end());
-  return v[v.size() / 2];
-}
+using varion::bench::Median;
+using varion::bench::Now;
 
 HWND MakeEdit(HWND parent, const wchar_t* text) {
   return CreateWindowExW(WS_EX_CLIENTEDGE, L"EDIT", text, WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL, 0, 0, 200, 24,

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/win/bench_clock_win.h"
 #include "base/text.h"
 #include "db/connection.h"
 #include "db/driver_path_win.h"
@@ -19,21 +20,8 @@
 
 namespace {
 
-double Now() {
-  static const double frequency = [] {
-    LARGE_INTEGER f;
-    QueryPerformanceFrequency(&f);
-    return static_cast<double>(f.QuadPart);
-  }();
-  LARGE_INTEGER t;
-  QueryPerformanceCounter(&t);
-  return static_cast<double>(t.QuadPart) / frequency;
-}
-
-double Median(std::vector<double> v) {
-  std::sort(v.begin(), v.end());
-  return v[v.size() / 2];
-}
+using varion::bench::Median;
+using varion::bench::Now;
 
 void MakeTable(const varion::db::Connection& c, const char* table, int rows) {
   c.Execute(std::string("CREATE TABLE ") + table + " (mod_Id INTEGER PRIMARY KEY, mod_Nazwa VARCHAR(100))");

@@ -8,6 +8,7 @@
 #include <functional>
 #include <vector>
 
+#include "bench/win/bench_clock_win.h"
 #include "bench/win/framework_bench_win.h"
 #include "framework/data_exchange_win.h"
 #include "framework/extension_module_win.h"
@@ -16,16 +17,7 @@
 
 namespace {
 
-double Now() {
-  static const double frequency = [] {
-    LARGE_INTEGER f;
-    QueryPerformanceFrequency(&f);
-    return static_cast<double>(f.QuadPart);
-  }();
-  LARGE_INTEGER t;
-  QueryPerformanceCounter(&t);
-  return static_cast<double>(t.QuadPart) / frequency;
-}
+using varion::bench::Now;
 
 constexpr int kWindows = 1000;  // per sample
 
