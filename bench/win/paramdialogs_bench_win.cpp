@@ -3,10 +3,10 @@
 // median of several openings, timed with QueryPerformanceCounter.
 #include <windows.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <vector>
 
+#include "bench/win/bench_clock_win.h"
 #include "framework/extension_module_win.h"
 #include "framework/hook_supp_win.h"
 #include "paramdialogs/param_dlg_currency_win.h"
@@ -15,16 +15,7 @@
 
 namespace {
 
-double Now() {
-  static const double frequency = [] {
-    LARGE_INTEGER f;
-    QueryPerformanceFrequency(&f);
-    return static_cast<double>(f.QuadPart);
-  }();
-  LARGE_INTEGER t;
-  QueryPerformanceCounter(&t);
-  return static_cast<double>(t.QuadPart) / frequency;
-}
+using varion::bench::Now;
 
 constexpr int kOpenings = 15;
 
@@ -46,8 +37,7 @@ double OpenMilliseconds(ZEST_PARAMS record) {
   }
   CParamDlg_Base::SetOpenObserver(nullptr);
   if (samples.empty()) return -1;
-  std::sort(samples.begin(), samples.end());
-  return samples[samples.size() / 2];
+  return varion::bench::Median(samples);
 }
 
 }  // namespace
