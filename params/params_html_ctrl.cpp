@@ -198,7 +198,10 @@ bool CParamsHtmlCtrl::OnAppCmd(const char* url) {
 
 bool CParamsHtmlCtrl::OnParam(const char* url) {
   const int index = LinkIndex(url ? url : "");
-  if (index >= 0 && HandleStdParam(index)) InitDescr();
+  if (index >= 0 && HandleStdParam(index)) {
+    OnParamChanged(index);
+    InitDescr();
+  }
   return true;
 }
 
@@ -208,8 +211,20 @@ bool CParamsHtmlCtrl::HandleStdParam(int index) {
   const auto request = varion::params::ParamDialogFor(p->Type, m_dialogOption);
   if (!request) return false;
   if (varion::Failed(CAccessControl::CheckStdFuncAccessAndShowMessage(p->Paywalled))) return false;
-  if (request->kind == varion::params::ParamDialogKind::Lookup) return ShowLookupCtrl(p, request->multiple, p->Value);
-  return m_dialogs && m_dialogs->ShowParamDialog(*request, *p, m_connection);
+  const ZEST_PARAMS before = *p;
+  const bool confirmed = request->kind == varion::params::ParamDialogKind::Lookup
+                             ? ShowLookupCtrl(p, request->multiple, p->Value)
+                             : m_dialogs && m_dialogs->ShowParamDialog(*request, *p, m_connection);
+  if (!confirmed) return false;
+  if (p->ParamHandler) {
+    const ZestParams::ZestParamsManager manager(m_params);
+    const ZestParams::ZestParamsWrapper wrapper(*p);
+    if (!p->ParamHandler(manager, wrapper)) {
+      *p = before;
+      return false;
+    }
+  }
+  return true;
 }
 
 bool CParamsHtmlCtrl::ShowLookupCtrl(ZEST_PARAMS* param, bool multiple, const _variant_t&) {

@@ -76,7 +76,13 @@ class VARION_API CParamsHtmlCtrl {
   bool OnParam(const char* url);
   // Opens the dialog of the parameter at an index after the access check; true when the user
   // confirmed. Nothing opens for a type without a dialog or when the check refuses.
+  // A record with a ParamHandler is asked after a confirmed dialog, with a manager over this
+  // view's array and a wrapper on the edited record: false refuses the new values, and the
+  // record goes back to what it was before the dialog (the page and the WHERE text stay).
   virtual bool HandleStdParam(int index);
+  // Called after a followed link changed the parameter at an index, before the page is shown
+  // again: the report's WHERE text (GetWhereString) has changed with it.
+  virtual void OnParamChanged(int /*index*/) {}
   // The lookup chooser of lookup parameters (several records or one).
   bool ShowLookupCtrl(ZEST_PARAMS* param, bool multiple, const _variant_t& value);
 

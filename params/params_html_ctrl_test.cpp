@@ -139,6 +139,45 @@ TEST(ParamsPage, FollowedLinkOpensTheDialogOfTheTypeAfterTheAccessCheck) {
   CAccessControl::SetChecker(nullptr);
 }
 
+// The record's ParamHandler judges a confirmed dialog's values; a refusal puts the record back.
+TEST(ParamsPage, ParamHandlerAcceptsOrRefusesTheConfirmedValues) {
+  struct View : CParamsHtmlCtrl {
+    void OnParamChanged(int index) override { changed.push_back(index); }
+    std::vector<int> changed;
+  };
+  enum class Handler { None, Accepts, Refuses };
+  for (Handler h : {Handler::None, Handler::Accepts, Handler::Refuses}) {
+    SCOPED_TRACE(static_cast<int>(h));
+    Dialogs dialogs;
+    View view;
+    view.SetDialogs(&dialogs);
+    view.GetParams().Add(ZestParams::ZestParamsString().SetLabel("A"));
+    ZEST_PARAMS b = ZestParams::ZestParamsString().SetLabel("B").SetDisplayValue("stare");
+    std::string seen;
+    int arraySize = 0;
+    if (h != Handler::None) {
+      ZestParams::ZestParamsWrapper(b).OnParam([&seen, &arraySize, h](const ZestParams::ZestParamsManager& m, const ZestParams::ZestParamsWrapper& w) {
+        seen = w.get_ref().DisplayValue;  // the handler sees the new values
+        arraySize = m.get().GetSize();
+        return h == Handler::Accepts;
+      });
+    }
+    view.GetParams().Add(b);
+    view.InitDescr();
+    EXPECT_TRUE(view.OnBeforeNavigate2("std://1"));
+    const ZEST_PARAMS& p = *view.GetParam(1);
+    const bool kept = h != Handler::Refuses;
+    EXPECT_EQ(p.DisplayValue, kept ? "wybrano" : "stare");
+    EXPECT_EQ(p.Empty != 0, !kept);
+    EXPECT_EQ(view.changed, kept ? std::vector<int>{1} : std::vector<int>{});
+    EXPECT_EQ(view.Contents().find("wybrano") != std::string::npos, kept);
+    if (h != Handler::None) {
+      EXPECT_EQ(seen, "wybrano");
+      EXPECT_EQ(arraySize, 2);
+    }
+  }
+}
+
 TEST(ParamsPage, EveryOtherAddressIsCancelledAndOpensNothing) {
   for (const char* url : {"about:blank", "https://example.com/", "javascript:alert(1)", "JAVASCRIPT:void(0)",
                           "file:///etc/passwd", "", " std://0", "STD://0", "vbscript:x"}) {

@@ -154,6 +154,13 @@ void CParamsHtmlWnd::MoveFocus(bool back) {
   InvalidateRect(m_hWnd, nullptr, TRUE);
 }
 
+void CParamsHtmlWnd::OnParamChanged(int index) {
+  m_lastChanged = index;
+  if (HWND parent = GetParent(m_hWnd))
+    SendMessageW(parent, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(m_hWnd), kNotifyParamChanged),
+                 reinterpret_cast<LPARAM>(m_hWnd));
+}
+
 void CParamsHtmlWnd::Follow(int run) {
   if (run < 0 || run >= static_cast<int>(m_runs.size())) return;
   const std::string href = m_runs[run].href;  // the page is rewritten while the link is followed

@@ -21,6 +21,9 @@
 class VARION_API CParamsHtmlWnd : public CParamsHtmlCtrl, public varion::Window {
  public:
   static constexpr const wchar_t* kClassName = L"vel_paramsview";
+  // The parent is told that a followed link changed a parameter (and so the WHERE text) by
+  // WM_COMMAND with this code and the view's identifier; the parameter's index is in GetLastChanged.
+  static constexpr WORD kNotifyParamChanged = 1;
 
   CParamsHtmlWnd() = default;
   ~CParamsHtmlWnd() override;
@@ -30,6 +33,8 @@ class VARION_API CParamsHtmlWnd : public CParamsHtmlCtrl, public varion::Window 
   HWND GetSafeHwnd() const { return m_hWnd; }
 
   void WriteContents(const char* html) override;
+  void OnParamChanged(int index) override;
+  int GetLastChanged() const { return m_lastChanged; }
 
   // The links as laid out: count, and the first line's rectangle, address and text of one.
   int GetLinkCount() const;
@@ -54,4 +59,5 @@ class VARION_API CParamsHtmlWnd : public CParamsHtmlCtrl, public varion::Window 
   std::vector<varion::params::PageRun> m_runs;
   std::vector<varion::params::PageBox> m_boxes;
   int m_focusRun = -1;
+  int m_lastChanged = -1;
 };

@@ -1,6 +1,8 @@
 // Gallery page of report parameters: a sales report's parameter page (period, a warehouse read from
 // the gallery database, a list of contractors, an amount range and a text with its operator), the
-// WHERE text the parameters give, and the documents the report's query returns with it.
+// WHERE text the parameters give, and the documents the report's query returns with it. A followed
+// link opens the parameter's dialog (text, amount and date so far); confirmed values change the
+// page, the WHERE text and the rows at once.
 #include <windows.h>
 
 #include <memory>
@@ -9,29 +11,33 @@
 #include "db/rt_instance.h"
 #include "demo/gallery_database_win.h"
 #include "diagnostics/message_box_seam_win.h"
+#include "framework/hook_supp_win.h"
 #include "demo/gallery_win.h"
+#include "paramdialogs/param_dialogs_win.h"
+#include "paramdialogs/param_dlg_currency_win.h"
+#include "paramdialogs/param_dlg_date_win.h"
+#include "paramdialogs/param_dlg_string_win.h"
 #include "params/params_html_wnd_win.h"
 
 namespace varion::demo {
 namespace {
 
-enum { kView = 201, kTextEdit, kOperator };
+enum { kView = 201 };
 
-// The operators of a text parameter in the order the dialogs offer them.
-struct TextOperator {
-  const char* name;
-  std::int32_t code;
-};
-constexpr TextOperator kTextOperators[] = {{"równa się", 0x1},        {"zaczyna się od", 0x100},
-                                           {"zawiera", 0x200},          {"jest na liście", 0x20},
-                                           {"na liście lub brak", 0x30}, {"dowolny", 0x40}};
-constexpr int kTextParam = 4;  // its index in the parameter list
+constexpr int kPeriodParam = 0, kAmountParam = 3, kTextParam = 4;  // indexes in the parameter list
 
-// The dialogs come with a later part of the library; here a followed link says which one it opens.
+// The gallery's documents are from May 2024, so the named periods count from a day of that month.
+const DateTools::FixedClock& GalleryToday() {
+  static const DateTools::FixedClock clock(DateTime(2024, 5, 20, 12, 0));
+  return clock;
+}
+
+// The library's dialogs where they exist; for the others a followed link says which one it opens.
 class GalleryDialogs : public params::IParamDialogs {
  public:
-  explicit GalleryDialogs(HWND owner) : m_owner(owner) {}
-  bool ShowParamDialog(const params::ParamDialogRequest& request, ZEST_PARAMS& param, const db::Connection&) override {
+  explicit GalleryDialogs(HWND owner) : m_owner(owner), m_dialogs(owner) { m_dialogs.SetClock(&GalleryToday()); }
+  bool ShowParamDialog(const params::ParamDialogRequest& request, ZEST_PARAMS& param, const db::Connection& c) override {
+    if (paramdlg::ParamDialogs::HasDialog(request)) return m_dialogs.ShowParamDialog(request, param, c);
     static const char* const kNames[] = {"CParamDlg_String",   "CParamDlg_Currency",   "CParamDlg_Date",
                                          "CParamDlg_Combo",    "CParamDlg_ComboDb",    "CParamDlg_Instynkt",
                                          "CParamDlg_ComboDbString", "CParamDlg_Checklist", "CParamDlg_ChecklistDb",
@@ -44,6 +50,7 @@ class GalleryDialogs : public params::IParamDialogs {
 
  private:
   HWND m_owner;
+  paramdlg::ParamDialogs m_dialogs;
 };
 
 class ReportParamsPage : public GalleryPage {
@@ -53,6 +60,9 @@ class ReportParamsPage : public GalleryPage {
 
   void Create(HWND page, GalleryContext& ctx) override {
     m_ctx = &ctx;
+    // The dialogs' templates name the library's amount and date fields (as a host starts once).
+    CHookSupp::InitVXAXVelControls(nullptr);
+    CHookSupp::InstallUIHook();
     m_dialogs = std::make_unique<GalleryDialogs>(page);
     AddLabel(page, ctx, 12, 8, 800, 20, "Zestawienie dokumentów: parametry (kliknięcie wartości otwiera jej okno)", true);
     m_status = AddLabel(page, ctx, 12, 604, 800, 40, "");
@@ -69,17 +79,7 @@ class ReportParamsPage : public GalleryPage {
     m_view.SetDialogs(m_dialogs.get());
     m_view.Create(page, {12, 30, 822, 92}, kView);
 
-    AddLabel(page, ctx, 12, 103, 110, 20, "Tekst w opisie:");
-    m_text = AddEdit(page, ctx, kTextEdit, 122, 100, 160, 24, "Młyn");
-    AddLabel(page, ctx, 300, 103, 70, 20, "Operator:");
-    m_operator = CreateWindowExW(0, L"COMBOBOX", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | CBS_DROPDOWNLIST, 372, 99, 200,
-                                 200, page, reinterpret_cast<HMENU>(kOperator), GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(m_operator, WM_SETFONT, reinterpret_cast<WPARAM>(ctx.font), TRUE);
-    for (const TextOperator& op : kTextOperators)
-      SendMessageW(m_operator, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text::Cp1250ToWide(op.name).c_str()));
-    SendMessageW(m_operator, CB_SETCURSEL, 2, 0);
-
-    AddLabel(page, ctx, 12, 134, 800, 20, "Warunek tekstu dla każdego operatora (SQL Server):", true);
+    AddLabel(page, ctx, 12, 134, 800, 20, "Warunek parametru \x84Opis\x94 dla każdego operatora (SQL Server):", true);
     m_operators = AddLabel(page, ctx, 12, 154, 800, 102, "");
     AddLabel(page, ctx, 12, 262, 800, 20, "WHERE całej listy parametrów (SQL Server):", true);
     m_whereServer = AddLabel(page, ctx, 12, 282, 800, 50, "");
@@ -93,10 +93,55 @@ class ReportParamsPage : public GalleryPage {
   }
 
   bool OnCommand(HWND, int id, int code, HWND) override {
-    if (!m_ready || !((id == kTextEdit && code == EN_CHANGE) || (id == kOperator && code == CBN_SELCHANGE))) return false;
+    if (!m_ready || id != kView || code != CParamsHtmlWnd::kNotifyParamChanged) return false;
     Refresh();
     return true;
   }
+
+  // Headless: the three dialogs open in turn over the page with values set, then the page after
+  // they were confirmed.
+  bool NextShot(HWND page, int shot) override {
+    if (!m_ready) return false;
+    if (m_open) {  // confirm the dialog of the previous shot
+      SendMessageW(m_open->GetHWND(), WM_COMMAND, IDOK, 0);
+      m_open.reset();
+      Refresh();
+    }
+    switch (shot) {
+      case 2: {
+        auto d = std::make_unique<CParamDlg_Date>(*m_view.GetParam(kPeriodParam), page);
+        d->SetClock(&GalleryToday());
+        if (!d->Create(page)) return false;
+        PickOperator(*d, 0x81000);  // current month
+        m_open = std::move(d);
+        break;
+      }
+      case 3: {
+        auto d = std::make_unique<CParamDlg_Currency>(*m_view.GetParam(kAmountParam), page);
+        if (!d->Create(page)) return false;
+        SendDlgItemMessageW(d->GetHWND(), IDC_PARAMDLG_VALUE2, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"16000"));
+        m_open = std::move(d);
+        break;
+      }
+      case 4: {
+        auto d = std::make_unique<CParamDlg_String>(*m_view.GetParam(kTextParam), page);
+        if (!d->Create(page)) return false;
+        PickOperator(*d, 0x100);
+        SendDlgItemMessageW(d->GetHWND(), IDC_PARAMDLG_VALUE, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"M\u0142yn"));
+        m_open = std::move(d);
+        break;
+      }
+      case 5: return true;  // the page after the three dialogs
+      default: return false;
+    }
+    RECT r;
+    GetWindowRect(page, &r);
+    SetWindowPos(m_open->GetHWND(), HWND_TOP, r.left + 420, r.top + 120, 0, 0, SWP_NOSIZE | SWP_SHOWWINDOW);
+    UpdateWindow(m_open->GetHWND());
+    return true;
+  }
+
+  void OnPageDestroyed() override { m_open.reset(); }
 
  private:
   // The report's documents, made once per gallery run.
@@ -125,6 +170,7 @@ class ReportParamsPage : public GalleryPage {
                    .SetType(ZestParamsTypeDateTime)
                    .SetDbField("dok_Data")
                    .SetLabel("Okres")
+                   .SetParam(0x1FFFFF)  // every date operator and named period
                    .SetValue(DateTime(2024, 5, 1))
                    .SetValue2(DateTime(2024, 5, 31))
                    .SetValue3(0x1000)
@@ -149,36 +195,49 @@ class ReportParamsPage : public GalleryPage {
     params.Add(ZestParamsCurrency()
                    .SetDbField("dok_Wartosc")
                    .SetLabel("Wartość")
-                   .SetValuePrefix("od")
                    .SetValue(Amount::FromUnits(1000))
                    .SetValue2(Amount::FromUnits(5000))
                    .SetValue3(0x1000)
-                   .SetValueStr("1\xA0" "000,00 zł do 5\xA0" "000,00 zł")  // no-break spaces keep each amount whole
+                   .SetDisplayValue("od 1\xA0" "000,00 do 5\xA0" "000,00")  // no-break spaces keep each amount whole
                    .SetEmpty(false));
-    params.Add(ZestParamsString().SetDbField("dok_Opis").SetLabel("Opis").SetStandard(false));
+    params.Add(ZestParamsString()
+                   .SetDbField("dok_Opis")
+                   .SetLabel("Opis")
+                   .SetStandard(false)
+                   .SetParam(0x371)  // every text operator
+                   .SetValue("Młyn")
+                   .SetValue2(0x200)
+                   .SetDisplayValue("zawiera Młyn")
+                   .SetEmpty(false));
     params.Add(ZestParamsLookup().SetDbField("dok_TowarId").SetLabel("Towar").SetTypeStr("Towary.Lookup"));
   }
 
+  // Selects an operator as the list's user does.
+  static void PickOperator(CParamDlg_Base& d, std::uint32_t bits) {
+    const auto& ops = d.Operators();
+    for (std::size_t i = 0; i < ops.size(); ++i) {
+      if (ops[i].bits != bits) continue;
+      HWND list = GetDlgItem(d.GetHWND(), IDC_PARAMDLG_OPERATOR);
+      SendMessageW(list, CB_SETCURSEL, i, 0);
+      SendMessageW(d.GetHWND(), WM_COMMAND, MAKEWPARAM(IDC_PARAMDLG_OPERATOR, CBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+    }
+  }
+
   void Refresh() {
-    ZEST_PARAMS& text = *m_view.GetParam(kTextParam);
-    const std::string value = GetText(m_text);
-    const int chosen = static_cast<int>(SendMessageW(m_operator, CB_GETCURSEL, 0, 0));
+    const ZEST_PARAMS& text = *m_view.GetParam(kTextParam);
+    const std::string value = text.Value.AsText();
     std::string perOperator;
     CParamsHtmlCtrl probe;  // each operator's condition, on SQL Server
     probe.GetParams().Add(text);
-    for (const TextOperator& op : kTextOperators) {
-      ZestParams::ZestParamsWrapper(probe.GetParams()[0]).SetValue(value).SetValue2(op.code).SetEmpty(value.empty());
+    for (const paramdlg::OperatorChoice& op : paramdlg::OperatorTable(paramdlg::ValueKind::Text)) {
+      ZestParams::ZestParamsWrapper(probe.GetParams()[0])
+          .SetValue(value)
+          .SetValue2(static_cast<std::int32_t>(op.bits))
+          .SetEmpty(value.empty());
       const std::string where = probe.GetWhereString(0);
-      perOperator += std::string(op.name) + ":  " + (where.empty() ? "(brak warunku)" : where) + "\n";
+      perOperator += std::string(op.text) + " \x84" + value + "\x94:  " + (where.empty() ? "(brak warunku)" : where) + "\n";
     }
     SetText(m_operators, perOperator);
-    const TextOperator& op = kTextOperators[chosen < 0 ? 2 : chosen];
-    ZestParams::ZestParamsWrapper(text)
-        .SetValue(value)
-        .SetValue2(op.code)
-        .SetValuePrefix(op.name)
-        .SetValueStr(value)
-        .SetEmpty(value.empty());
     m_view.InitDescr();
 
     CParamsHtmlCtrl server;  // the production text of the same parameters
@@ -211,7 +270,8 @@ class ReportParamsPage : public GalleryPage {
   db::Connection m_connection;
   std::unique_ptr<GalleryDialogs> m_dialogs;
   CParamsHtmlWnd m_view;
-  HWND m_text = nullptr, m_operator = nullptr, m_operators = nullptr, m_whereServer = nullptr, m_whereHere = nullptr,
+  std::unique_ptr<CParamDlg_Base> m_open;  // the dialog of the current screenshot
+  HWND m_operators = nullptr, m_whereServer = nullptr, m_whereHere = nullptr,
        m_rows = nullptr, m_status = nullptr;
   bool m_ready = false;
 };
