@@ -16,13 +16,13 @@ int Number(const std::string& s) {
 }
 
 // Two-digit fields: a first digit up to `waitUpTo` may still be followed by a second one.
-CDtTokenActive::Input JudgeTwoDigits(std::string& buffer, char waitUpTo, int max) {
+CDtTokenActive::Input JudgeTwoDigits(std::string& buffer, char waitUpTo, int max, int min = 1) {
   if (buffer.size() == 1) {
     if (buffer[0] <= waitUpTo) return CDtTokenActive::Input::Waiting;
     return CDtTokenActive::Input::Complete;
   }
   int v = Number(buffer);
-  return v >= 1 && v <= max ? CDtTokenActive::Input::Complete : CDtTokenActive::Input::Refused;
+  return v >= min && v <= max ? CDtTokenActive::Input::Complete : CDtTokenActive::Input::Refused;
 }
 
 }  // namespace
@@ -104,6 +104,33 @@ CDtTokenList BuildDateTokens(std::string pattern, CDtTokenOwner* owner) {
       default: tokens.push_back(std::make_unique<CDtTokenSep>(owner, pattern.substr(i, j - i))); break;
     }
     i = j;
+  }
+  return tokens;
+}
+
+CDtTokenActive::Input CDtTokenTimeField::Judge(std::string& buffer) const {
+  // The first digit that can still start a two-digit value waits: 2 for hours (20..23), 5 for
+  // minutes and seconds.
+  const int max = GetMax();
+  return JudgeTwoDigits(buffer, static_cast<char>('0' + max / 10), max, 0);
+}
+
+bool CDtTokenTimeField::Step(int direction) {
+  const int span = GetMax() + 1;
+  const int v = GetValue();  // a partly typed field steps from the digit typed
+  const int next = v < 0 ? (direction < 0 ? GetMax() : 0) : ((v + (direction < 0 ? -1 : 1)) % span + span) % span;
+  SetValue(next);
+  return true;
+}
+
+CDtTokenList BuildTimeTokens(bool seconds) {
+  CDtTokenList tokens;
+  tokens.push_back(std::make_unique<CDtTokenHour>(nullptr, 2));
+  tokens.push_back(std::make_unique<CDtTokenSep>(nullptr, ":"));
+  tokens.push_back(std::make_unique<CDtTokenMinute>(nullptr, 2));
+  if (seconds) {
+    tokens.push_back(std::make_unique<CDtTokenSep>(nullptr, ":"));
+    tokens.push_back(std::make_unique<CDtTokenSecond>(nullptr, 2));
   }
   return tokens;
 }

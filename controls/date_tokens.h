@@ -127,9 +127,52 @@ class VARION_API CDtTokenYear : public CDtTokenActive {
   size_t MaxDigits() const override { return 4; }
 };
 
+// The fields of a time of day. Unlike the date's, they need no owner: each steps its own number
+// and wraps inside its field (23 up is 00, minute 00 down is 59), because a time field that carried a
+// step into the hour would surprise a user setting only the minutes. An empty field steps from
+// nothing: up gives 00, down the field's largest value.
+class VARION_API CDtTokenTimeField : public CDtTokenActive {
+ public:
+  using CDtTokenActive::CDtTokenActive;
+  bool Step(int direction) override;
+  // The largest value of the field: 23 or 59.
+  virtual int GetMax() const = 0;
+
+ protected:
+  Input Judge(std::string& buffer) const override;
+};
+
+// Hour: 0..2 wait for a second digit, 3..9 are an hour at once; 00..23.
+class VARION_API CDtTokenHour : public CDtTokenTimeField {
+ public:
+  CDtTokenHour(CDtTokenOwner* owner, int width) : CDtTokenTimeField(owner, width) {}
+  char GetLetter() const override { return 'g'; }
+  int GetMax() const override { return 23; }
+};
+
+// Minute: 0..5 wait for a second digit, 6..9 are a minute at once; 00..59.
+class VARION_API CDtTokenMinute : public CDtTokenTimeField {
+ public:
+  CDtTokenMinute(CDtTokenOwner* owner, int width) : CDtTokenTimeField(owner, width) {}
+  char GetLetter() const override { return 'm'; }
+  int GetMax() const override { return 59; }
+};
+
+// Second: as the minute.
+class VARION_API CDtTokenSecond : public CDtTokenTimeField {
+ public:
+  CDtTokenSecond(CDtTokenOwner* owner, int width) : CDtTokenTimeField(owner, width) {}
+  char GetLetter() const override { return 's'; }
+  int GetMax() const override { return 59; }
+};
+
 using CDtTokenList = std::vector<std::unique_ptr<CDtToken>>;
 
 // Cuts a pattern into tokens: an empty pattern is replaced by the locale's short date format;
 // the pattern is lower-cased and "y" read as "r"; each run of one character becomes a day ("d"),
 // month ("m"), year ("r") or separator token as wide as the run.
 VARION_API CDtTokenList BuildDateTokens(std::string pattern, CDtTokenOwner* owner);
+
+// The time field's tokens: "gg:mm", or "gg:mm:ss" with seconds (an empty field reads as the
+// Polish pattern: g for godzina).
+VARION_API CDtTokenList BuildTimeTokens(bool seconds);
