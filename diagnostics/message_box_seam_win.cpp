@@ -25,6 +25,10 @@ int FrameworkMessageBox(HWND owner, const std::string& text, const std::string& 
     fn = g_fn;
   }
   if (fn) return fn(owner, text, caption, type);
+  return SystemMessageBox(owner, text, caption, type);
+}
+
+int SystemMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT type) {
   return MessageBoxW(owner, text::Cp1250ToWide(text).c_str(), text::Cp1250ToWide(caption).c_str(), type);
 }
 

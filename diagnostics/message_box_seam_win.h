@@ -23,5 +23,8 @@ using FrameworkMessageBoxFn =
 // Returns the function it replaces; an empty function restores the system box.
 VARION_API FrameworkMessageBoxFn SetFrameworkMessageBox(FrameworkMessageBoxFn fn);
 VARION_API int FrameworkMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT type);
+// The operating system's own box: what the seam shows when nothing is installed, and where an
+// installed box turns when it cannot show itself.
+VARION_API int SystemMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT type);
 
 }  // namespace varion

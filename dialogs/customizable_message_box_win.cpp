@@ -408,8 +408,7 @@ varion::FrameworkMessageBoxFn InstallAsFrameworkMessageBox() {
                                            UINT type) -> int {
     const UINT kind = type & MB_TYPEMASK;
     if (kind != MB_OK && kind != MB_OKCANCEL && kind != MB_YESNO && kind != MB_YESNOCANCEL)
-      return MessageBoxW(owner, varion::text::Cp1250ToWide(text).c_str(), varion::text::Cp1250ToWide(caption).c_str(),
-                         type);
+      return varion::SystemMessageBox(owner, text, caption, type);
     const bool yesNo = kind == MB_YESNO || kind == MB_YESNOCANCEL;
     ButtonsSetting buttons = InitButtonsSetting();
     buttons[ButtonId::Ok].caption = yesNo ? "&Tak" : "&OK";
@@ -430,8 +429,7 @@ varion::FrameworkMessageBoxFn InstallAsFrameworkMessageBox() {
     // A box that could not open (its template missing from a host's copy of the library) must
     // not swallow the question or the failure report: the system box takes over.
     if (!box.WasOpened())
-      return MessageBoxW(owner, varion::text::Cp1250ToWide(text).c_str(), varion::text::Cp1250ToWide(caption).c_str(),
-                         type);
+      return varion::SystemMessageBox(owner, text, caption, type);
     if (!answer) return kind == MB_OK ? IDOK : IDCANCEL;
     switch (*answer) {
       case ButtonId::Ok: return yesNo ? IDYES : IDOK;
