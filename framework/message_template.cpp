@@ -6,7 +6,7 @@
 namespace varion {
 namespace {
 
-struct TextSpec {
+struct TextFormat {
   bool left = false;
   std::size_t width = 0;
   std::optional<std::size_t> precision;
@@ -15,18 +15,18 @@ struct TextSpec {
 bool Digit(char c) { return c >= '0' && c <= '9'; }
 
 // Parses the printf part between the exclamation marks; only text conversions are taken.
-std::optional<TextSpec> ParseSpec(std::string_view spec) {
-  TextSpec s;
+std::optional<TextFormat> ParseFormat(std::string_view format) {
+  TextFormat s;
   std::size_t i = 0;
-  while (i < spec.size() && spec[i] == '-') s.left = true, ++i;
-  while (i < spec.size() && Digit(spec[i])) s.width = s.width * 10 + static_cast<std::size_t>(spec[i++] - '0');
-  if (i < spec.size() && spec[i] == '.') {
+  while (i < format.size() && format[i] == '-') s.left = true, ++i;
+  while (i < format.size() && Digit(format[i])) s.width = s.width * 10 + static_cast<std::size_t>(format[i++] - '0');
+  if (i < format.size() && format[i] == '.') {
     ++i;
     std::size_t p = 0;
-    while (i < spec.size() && Digit(spec[i])) p = p * 10 + static_cast<std::size_t>(spec[i++] - '0');
+    while (i < format.size() && Digit(format[i])) p = p * 10 + static_cast<std::size_t>(format[i++] - '0');
     s.precision = p;
   }
-  const std::string_view type = spec.substr(i);
+  const std::string_view type = format.substr(i);
   if (type != "s" && type != "ls" && type != "ws") return std::nullopt;
   if (s.width > 4096) return std::nullopt;  // a width is a column, not a memory request
   return s;
@@ -52,17 +52,17 @@ int Walk(std::string_view t, Emit&& emit, Insert&& insert) {
       int number = n - '0';
       ++j;
       if (j < t.size() && Digit(t[j])) number = number * 10 + (t[j++] - '0');
-      TextSpec spec;
+      TextFormat format;
       if (j < t.size() && t[j] == '!') {
         const std::size_t close = t.find('!', j + 1);
         if (close == std::string_view::npos) return -1;
-        const auto parsed = ParseSpec(t.substr(j + 1, close - j - 1));
+        const auto parsed = ParseFormat(t.substr(j + 1, close - j - 1));
         if (!parsed) return -1;
-        spec = *parsed;
+        format = *parsed;
         j = close + 1;
       }
       if (number > highest) highest = number;
-      insert(number, spec);
+      insert(number, format);
       i = j;
       continue;
     }
@@ -84,7 +84,7 @@ int Walk(std::string_view t, Emit&& emit, Insert&& insert) {
 }  // namespace
 
 int MessageTemplateArgCount(std::string_view tmpl) {
-  return Walk(tmpl, [](std::string_view) {}, [](int, const TextSpec&) {});
+  return Walk(tmpl, [](std::string_view) {}, [](int, const TextFormat&) {});
 }
 
 bool FormatMessageTemplate(std::string_view tmpl, std::span<const std::string> args, std::string& out) {
@@ -92,17 +92,17 @@ bool FormatMessageTemplate(std::string_view tmpl, std::span<const std::string> a
   bool missing = false;
   const int highest = Walk(
       tmpl, [&](std::string_view s) { text += s; },
-      [&](int number, const TextSpec& spec) {
+      [&](int number, const TextFormat& format) {
         if (number > static_cast<int>(args.size())) {
           missing = true;
           return;
         }
         std::string_view value = args[static_cast<std::size_t>(number - 1)];
-        if (spec.precision && value.size() > *spec.precision) value = value.substr(0, *spec.precision);
-        const std::size_t pad = spec.width > value.size() ? spec.width - value.size() : 0;
-        if (!spec.left) text.append(pad, ' ');
+        if (format.precision && value.size() > *format.precision) value = value.substr(0, *format.precision);
+        const std::size_t pad = format.width > value.size() ? format.width - value.size() : 0;
+        if (!format.left) text.append(pad, ' ');
         text += value;
-        if (spec.left) text.append(pad, ' ');
+        if (format.left) text.append(pad, ' ');
       });
   if (highest < 0 || missing) return false;
   out = std::move(text);
